@@ -1,0 +1,38 @@
+#include "shell/app_paths.h"
+#include "shell/event_loop.h"
+#include "shell/frmCal.h"
+#include "shell/qt_modal.h"
+#include "shell/single_instance.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orvacal"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orva Calendar"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("orvacal"));
+
+    orva::QtModal modal;
+    orva::install_modal(&modal);
+
+    // Long loops yield once per step; a few times a second is enough to keep
+    // the window alive without slowing a large load.
+    QElapsedTimer since_yield;
+    since_yield.start();
+    orva::install_yield_hook([&since_yield] {
+        if (since_yield.elapsed() < 40) return;
+        since_yield.restart();
+        QCoreApplication::processEvents();
+    });
+
+    orva::AppState state;
+    state.app_path = orva::app_folder();
+    orva::install_shipped_data(state.app_path);
+    orva::SingleInstance instance(state.app_path);
+
+    orva::frmCal window(state);
+    modal.set_parent(&window);
+    if (!window.start(instance)) return 0;
+    return window.ended() ? 0 : app.exec();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "shell/app_state.h"
+
+namespace orva {
+
+// The options of the open calendar: one row of 20 text columns in vsSettings,
+// stored as the member "Calopt.tmp" of the calendar file, so that opening
+// another calendar also changes how the planner looks.
+
+constexpr int options_cols = 20;
+inline const QString options_member = QStringLiteral("Calopt.tmp");
+
+// Reads the options of cal_path; a missing member gives the defaults, saved
+// at once so the member exists from then on.
+void load_options(AppState& s, WindowPort& w);
+// Puts the row of vsSettings into effect. A row from a version with fewer
+// columns is repaired: the member is dropped and saved again with 20.
+void apply_options(AppState& s, WindowPort& w);
+// Resets every option and saves. Deliberately does not apply them: after the
+// Restore command the current skin stays on screen until the next start, and
+// startup_move stays up, which leaves resizing without layout and save.
+void default_options(AppState& s, WindowPort& w);
+// Brings the row up to date from the variables and the window and stores it.
+// A failure shows "Error saving settings. Error Number : " and the number.
+void save_options(AppState& s, WindowPort& w);
+
+} // namespace orva

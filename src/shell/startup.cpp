@@ -1,0 +1,121 @@
+#include "shell/startup.h"
+
+#include "shell/clock.h"
+#include "shell/modal.h"
+#include "shell/options.h"
+#include "shell/single_instance.h"
+#include "store/calendar_file.h"
+
+namespace orva {
+namespace {
+
+void place_window(AppState& s, WindowPort& w) {
+    s.startup_move = true;
+    w.set_window_state(s.form_state);
+    w.move_to(QRect(s.form_left, s.form_top, s.form_width, s.form_height));
+    w.layout_view();
+    s.startup_move = false;
+}
+
+} // namespace
+
+int months_between(const QDate& from, const QDate& to) {
+    if (!from.isValid() || !to.isValid()) return 0;
+    return (to.year() - from.year()) * 12 + (to.month() - from.month());
+}
+
+bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
+    if (!instance.acquire()) {
+        modal().message(already_running_text, MsgStyle::Information);
+        return false;
+    }
+    w.set_busy(true);
+
+    s.twips_per_pixel_x = w.twips_per_pixel_x();
+    s.twips_per_pixel_y = w.twips_per_pixel_y();
+    s.twips_product = s.twips_per_pixel_x * s.twips_per_pixel_y;
+
+    s.cal_path = s.loose(QStringLiteral("calendar.cal"));
+    // On a first run the calendar does not exist: the extract fails with 53,
+    // the defaults apply, and their save creates the archive.
+    load_options(s, w);
+
+    const QDate today = clock().today();
+    s.cur_day = today.day();
+    s.sel_row1 = s.sel_col1 = s.sel_row2 = s.sel_col2 = -1;
+    s.cur_date = today;
+    s.tick_date = today;
+    // The stored date is the one of the last run; a long absence widens the
+    // reminder window so every overdue alarm comes up.
+    s.months_back = months_between(text_to_date(s.last_used_date), s.cur_date);
+
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+
+    s.vsSched.setRedraw(0);
+    s.Cal.setRedraw(0);
+
+    if (s.start_view == u"mthvw" || s.start_view == u"weekvw") {
+        place_window(s, w);
+    } else {
+        s.view_day = true;
+        w.show_day_view();
+        w.show_long_date(QStringLiteral("  ") + QLocale().toString(today, QLocale::LongFormat));
+        place_window(s, w);
+        s.vsSched.setRedraw(2);
+        s.Cal.setRedraw(2);
+        s.sysCalender_enabled = false;
+        w.set_busy(false);
+    }
+
+    if (s.menus.mnuStart && w.hide_to_tray()) s.sysCalender_enabled = true;
+    w.set_busy(false);
+    return true;
+}
+
+void Form_Resize(AppState& s, WindowPort& w) {
+    if (s.startup_move) return;
+    const QRect area = w.work_area();
+    if (s.form_top < 0 || s.form_top > area.top() + area.height()) s.form_top = 0;
+    if (s.form_left < 0 || s.form_left > area.left() + area.width()) s.form_left = 0;
+    const QRect f = w.frame();
+    w.move_to(QRect(s.form_left, s.form_top, f.width(), f.height()));
+    s.form_height = f.height();
+    s.form_width = f.width();
+    w.layout_view();
+    save_options(s, w);
+}
+
+bool Form_Unload(AppState& s, WindowPort& w) {
+    s.stay_open = false;
+    confirm_exit(s, w);
+    return s.stay_open;
+}
+
+int pending_today(const AppState& s) {
+    const QDate today = clock().today();
+    int n = 0;
+    for (int r = 1; r <= s.rmdr_count; ++r) {
+        const rmdr_rec* row = s.rmdr_row(r);
+        if (row && short_to_date(row->rmdr_date) == today && row->rmdr_fired.str() == u"F") ++n;
+    }
+    return n;
+}
+
+void confirm_exit(AppState& s, WindowPort& w) {
+    // The table is made the one on file: a tick may have marked rows since.
+    load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    const int pending = pending_today(s);
+    save_options(s, w);
+    if (pending == 0) {
+        w.end_program();
+        return;
+    }
+    if (modal().ask_yes_no(exit_question_text, MsgStyle::Question) == Answer::No) {
+        s.stay_open = true;
+        return;
+    }
+    w.end_program();
+}
+
+} // namespace orva

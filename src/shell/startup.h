@@ -1,0 +1,39 @@
+#pragma once
+
+#include "shell/app_state.h"
+
+namespace orva {
+
+class SingleInstance;
+
+inline const QString already_running_text = QStringLiteral(
+    "Orva Calendar already running.  Click minimized window or Click the ICON in the taskbar.");
+
+// Calendar months from one date to another (day of month ignored); negative
+// when `to` lies before `from`.
+int months_between(const QDate& from, const QDate& to);
+
+// Start-up of the main form. app_path must be set. Returns false when another
+// instance runs: the message has been shown and nothing else has happened.
+bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance);
+
+// Keeps the window on the work area, lays out the planner and saves the
+// placement; stands aside while startup_move is up.
+void Form_Resize(AppState& s, WindowPort& w);
+
+// The close box. Returns true when closing is cancelled (the user said No).
+bool Form_Unload(AppState& s, WindowPort& w);
+
+// The one way out. Asks when undelivered reminders for today exist; ends the
+// program unless the user answers No, which sets stay_open.
+void confirm_exit(AppState& s, WindowPort& w);
+
+// Reminders dated today and not yet delivered; their time is not looked at.
+int pending_today(const AppState& s);
+
+inline const QString exit_question_text =
+    QStringLiteral("Pending reminders for the day will not be displayed if you exit now.\n"
+                   "(Use the Hide feature to remain active.)\n"
+                   "Do you still want to exit? ");
+
+} // namespace orva

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "store/records.h"
+
+#include <QByteArray>
+#include <QIODevice>
+
+namespace orva {
+
+// The member format: a line is the record's fields in order with nothing
+// between them, exactly as wide as the record, then CR LF. No header, no count,
+// no end mark. Characters are 8-bit (Latin-1).
+
+inline constexpr char line_end[] = "\r\n";
+inline constexpr int line_end_len = 2;
+
+// The widths of the fields in line order.
+inline constexpr int appt_widths[] = {8, 8, 5, 5, 12, 50, 15, 2, 2, 2, 8, 2, 2, 2, 150, 200, 2};
+inline constexpr int rmdr_widths[] = {8, 5, 5, 12, 50, 15, 8, 8, 5, 1, 2, 150, 2};
+
+// A record as one line, without its ending.
+QByteArray appt_line(const appt_rec& r);
+QByteArray rmdr_line(const rmdr_rec& r);
+
+// Reads a member by character count, not by line, so a field may hold any
+// character, a line end included, as long as every line keeps its width.
+class MemberReader {
+public:
+    explicit MemberReader(QIODevice& in) : in_(in) {}
+
+    // Exactly `count` characters, or what is left when fewer remain.
+    QByteArray read(int count) { return in_.read(count); }
+    bool at_end() const { return in_.atEnd(); }
+
+    // One record, field by field, then `rec_end_len` characters into
+    // `rec_end`. A short last line leaves its missing fields blank.
+    void read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
+    void read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);
+
+private:
+    QIODevice& in_;
+};
+
+} // namespace orva

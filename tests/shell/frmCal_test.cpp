@@ -1,0 +1,161 @@
+#include "shell/clock.h"
+#include "shell/frmCal.h"
+#include "shell/single_instance.h"
+#include "store/calendar_file.h"
+#include "support/scripted_modal.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QProcess>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        install_clock(&clk);
+    }
+    void TearDown() override { install_clock(nullptr); }
+
+    // One run of the program: a fresh shared module and a real main window.
+    struct Run {
+        AppState state;
+        std::unique_ptr<SingleInstance> instance;
+        std::unique_ptr<frmCal> window;
+    };
+    std::unique_ptr<Run> launch() {
+        auto run = std::make_unique<Run>();
+        run->state.app_path = dir.path();
+        run->instance = std::make_unique<SingleInstance>(dir.path());
+        run->window = std::make_unique<frmCal>(run->state);
+        EXPECT_TRUE(run->window->start(*run->instance));
+        return run;
+    }
+
+    void add_today_reminder(Shared& sh) {
+        rmdr_rec r;
+        r.rmdr_first_date = QStringLiteral("11212026");
+        r.rmdr_id = QStringLiteral("211000001111");
+        r.rmdr_text = QStringLiteral("Call back");
+        r.rmdr_appt_date = QStringLiteral("11212026");
+        r.rmdr_date = QStringLiteral("11/21/26");
+        r.rmdr_time = QStringLiteral("16:00");
+        r.rmdr_fired = QStringLiteral("F");
+        append_rmdr_line(sh, sh.cal_path, r);
+    }
+
+    QTemporaryDir dir;
+    FixedClock clk{QDateTime(QDate(2026, 11, 21), QTime(10, 0))};
+    testing::ScriptedModal m;
+    testing::ModalGuard guard{&m};
+};
+
+TEST_F(MainWindowTest, RecordWrittenByOneRunIsReadBackByTheNext) {
+    {
+        auto run = launch();
+        AppState& s = run->state;
+        s.cur.cur_first_date = s.cur.cur_appt_date = QStringLiteral("11212026");
+        s.cur.cur_start = QStringLiteral("09:30");
+        s.cur.cur_end = QStringLiteral("10:30");
+        s.cur.cur_id = QStringLiteral("210930001930");
+        s.cur.cur_text = QStringLiteral("Dentist, Dr. Haas");
+        s.cur.cur_type = QStringLiteral("Tooth");
+        s.cur.cur_pattern = QStringLiteral("1 ");
+        s.cur.cur_until = QStringLiteral("11/21/26");
+        s.cur.cur_notes = QStringLiteral("Bring the card");
+        s.add_appt_row();
+        write_appts(s, s.cal_path, 8, s.appt_count);
+        run->window->close();
+        EXPECT_TRUE(run->window->ended());
+    }
+    auto run = launch();
+    const AppState& s = run->state;
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_tbl[1].appt_text.trimmed(), QStringLiteral("Dentist, Dr. Haas"));
+    EXPECT_EQ(s.appt_tbl[1].appt_notes.trimmed(), QStringLiteral("Bring the card"));
+    EXPECT_EQ(s.appt_tbl[1].appt_start.str(), QStringLiteral("09:30"));
+    EXPECT_EQ(s.day_tbl[21].day_time.str(), QStringLiteral("09:30"));
+    EXPECT_EQ(s.day_tbl[21].day_type.trimmed(), QStringLiteral("Tooth"));
+    QByteArray member;
+    ASSERT_EQ(run->state.archive.get(s.cal_path, QStringLiteral("c2611.cal"), member), 0);
+    EXPECT_EQ(member.size(), 477);
+    EXPECT_TRUE(member.endsWith("\r\n"));
+}
+
+TEST_F(MainWindowTest, TitledAndNamedForAssistiveTools) {
+    auto run = launch();
+    frmCal& w = *run->window;
+    EXPECT_EQ(w.windowTitle(), QStringLiteral("Orva Calendar"));
+    auto* label = w.findChild<QLabel*>(QStringLiteral("Label1"));
+    ASSERT_NE(label, nullptr);
+    EXPECT_TRUE(label->text().contains(QStringLiteral("2026")));
+    EXPECT_EQ(label->accessibleName(), QStringLiteral("Label1"));
+    auto* grid = w.findChild<QWidget*>(QStringLiteral("vsSched"));
+    ASSERT_NE(grid, nullptr);
+    QAccessibleInterface* acc = QAccessible::queryAccessibleInterface(grid);
+    ASSERT_NE(acc, nullptr);
+    EXPECT_EQ(acc->text(QAccessible::Name), QStringLiteral("vsSched"));
+    EXPECT_NE(w.findChild<QStatusBar*>(QStringLiteral("StatusBar1")), nullptr);
+    EXPECT_NE(w.findChild<QAction*>(QStringLiteral("mnuExit")), nullptr);
+}
+
+TEST_F(MainWindowTest, CloseBoxWithReminderPendingAndAnswerNoKeepsTheWindow) {
+    auto run = launch();
+    add_today_reminder(run->state);
+    m.answers.push_back(Answer::No);
+    EXPECT_FALSE(run->window->close());
+    EXPECT_FALSE(run->window->ended());
+    EXPECT_TRUE(run->window->isVisible());
+    ASSERT_NE(m.last(u"question"), nullptr);
+}
+
+TEST_F(MainWindowTest, CtrlXAsksTheSameQuestionAndYesEnds) {
+    auto run = launch();
+    add_today_reminder(run->state);
+    m.answers.push_back(Answer::Yes);
+    run->window->activateWindow();
+    QTest::keyClick(run->window.get(), Qt::Key_X, Qt::ControlModifier);
+    ASSERT_NE(m.last(u"question"), nullptr);
+    EXPECT_TRUE(m.last(u"question")->text.startsWith(QStringLiteral("Pending reminders")));
+    EXPECT_TRUE(run->window->ended());
+}
+
+TEST_F(MainWindowTest, WindowComesUpWhereTheOptionsPlaceIt) {
+    auto run = launch();
+    frmCal& w = *run->window;
+    const double tpp = w.twips_per_pixel_x();
+    const QRect area = w.work_area();
+    EXPECT_NEAR(w.frame().width(), area.width() * 0.9, 2 * tpp);
+    EXPECT_NEAR(w.frame().left(), area.left(), 2 * tpp);
+}
+
+TEST_F(MainWindowTest, ProgramStartedInFreshDataFolderCreatesCalendarHoldingOptions) {
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_DATA_HOME"), dir.path());
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    p.setProcessEnvironment(env);
+    p.start(QStringLiteral(ORVACAL_BIN), {});
+    ASSERT_TRUE(p.waitForStarted(10000));
+    const QString cal = dir.filePath(QStringLiteral("orvacal/calendar.cal"));
+    Archive a;
+    QStringList members;
+    for (int i = 0; i < 100 && members.isEmpty(); ++i) {
+        QTest::qWait(100);
+        if (QFile::exists(cal)) members = a.members(cal);
+    }
+    a.close(cal);
+    p.kill();
+    p.waitForFinished(5000);
+    EXPECT_EQ(members, QStringList{QStringLiteral("Calopt.tmp")});
+}
+
+} // namespace
+} // namespace orva

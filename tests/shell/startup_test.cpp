@@ -1,0 +1,202 @@
+#include "shell/clock.h"
+#include "shell/options.h"
+#include "shell/single_instance.h"
+#include "shell/startup.h"
+#include "store/calendar_file.h"
+#include "support/fake_window.h"
+#include "support/scripted_modal.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+class StartupTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        install_clock(&clk);
+        s.app_path = dir.path();
+    }
+    void TearDown() override { install_clock(nullptr); }
+
+    QString cal() const { return dir.filePath(QStringLiteral("calendar.cal")); }
+
+    // A reminder line due on `due` at 09:00, as the reminder setup writes it.
+    void add_reminder(const QDate& due, const QString& fired, const QString& id) {
+        rmdr_rec r;
+        r.rmdr_first_date = due.toString(QStringLiteral("MMddyyyy"));
+        r.rmdr_start = QStringLiteral("09:30");
+        r.rmdr_end = QStringLiteral("10:00");
+        r.rmdr_id = id;
+        r.rmdr_text = QStringLiteral("Dentist");
+        r.rmdr_appt_date = due.toString(QStringLiteral("MMddyyyy"));
+        r.rmdr_date = due.toString(QStringLiteral("MM/dd/yy"));
+        r.rmdr_time = QStringLiteral("09:00");
+        r.rmdr_fired = fired;
+        r.rmdr_anim = QStringLiteral("0");
+        r.rmdr_again_count = QStringLiteral("1");
+        Shared writer;
+        writer.app_path = s.app_path;
+        append_rmdr_line(writer, cal(), r);
+    }
+
+    // Starts the program the way the window does, on a fresh shared module.
+    bool start(AppState& st, testing::FakeWindow& win) {
+        SingleInstance inst(dir.path());
+        return Form_Load(st, win, inst);
+    }
+
+    QTemporaryDir dir;
+    FixedClock clk{QDateTime(QDate(2026, 11, 21), QTime(10, 0))};
+    testing::ScriptedModal m;
+    testing::ModalGuard guard{&m};
+    testing::FakeWindow w;
+    AppState s;
+};
+
+TEST_F(StartupTest, SecondStartShowsMessageAndEndsLeavingFirstAlone) {
+    SingleInstance first(dir.path());
+    ASSERT_TRUE(first.acquire());
+
+    SingleInstance second(dir.path());
+    EXPECT_FALSE(Form_Load(s, w, second));
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], QStringLiteral("Orva Calendar already running.  Click minimized "
+                                              "window or Click the ICON in the taskbar."));
+    EXPECT_TRUE(first.held());
+    EXPECT_FALSE(QFile::exists(cal())) << "nothing else happens";
+    EXPECT_EQ(w.moves, 0);
+}
+
+TEST_F(StartupTest, LockOfAProcessThatEndedDoesNotKeepTheNextStartOut) {
+    {
+        SingleInstance gone(dir.path());
+        ASSERT_TRUE(gone.acquire());
+    }
+    SingleInstance next(dir.path());
+    EXPECT_TRUE(next.acquire());
+}
+
+TEST_F(StartupTest, FirstRunInFreshFolderShowsEmptyDayForTodayAndCreatesCalendarWithOptions) {
+    ASSERT_TRUE(start(s, w));
+    EXPECT_EQ(s.cal_path, cal());
+    EXPECT_TRUE(QFile::exists(cal()));
+    EXPECT_EQ(s.archive.members(cal()), QStringList{QStringLiteral("Calopt.tmp")});
+    EXPECT_TRUE(s.view_day);
+    EXPECT_EQ(s.cur_date, QDate(2026, 11, 21));
+    EXPECT_EQ(s.tick_date, QDate(2026, 11, 21));
+    EXPECT_EQ(s.cur_day, 21);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_EQ(w.day_views, 1);
+    EXPECT_TRUE(w.long_date.startsWith(QStringLiteral("  ")));
+    EXPECT_TRUE(w.long_date.contains(QStringLiteral("2026")));
+    EXPECT_FALSE(s.startup_move);
+    EXPECT_EQ(s.sel_row1, -1);
+    EXPECT_TRUE(m.messages().empty());
+}
+
+TEST_F(StartupTest, MonthsBackCountsCalendarMonthsSinceLastUse) {
+    EXPECT_EQ(months_between(QDate(2026, 11, 30), QDate(2026, 12, 1)), 1);
+    EXPECT_EQ(months_between(QDate(2026, 4, 1), QDate(2026, 11, 30)), 7);
+    EXPECT_EQ(months_between(QDate(2025, 12, 31), QDate(2026, 1, 1)), 1);
+    EXPECT_EQ(months_between(QDate(2026, 11, 21), QDate(2026, 11, 21)), 0);
+    EXPECT_EQ(months_between(QDate(), QDate(2026, 11, 21)), 0);
+}
+
+TEST_F(StartupTest, RunAfterMonthsAwayHoldsAllOverdueRemindersOfThoseMonths) {
+    clk.set(QDateTime(QDate(2026, 4, 10), QTime(9, 0)));
+    {
+        AppState first;
+        first.app_path = s.app_path;
+        testing::FakeWindow fw;
+        ASSERT_TRUE(start(first, fw));
+    }
+    add_reminder(QDate(2026, 5, 2), QStringLiteral("F"), QStringLiteral("020900001234"));
+    add_reminder(QDate(2026, 11, 20), QStringLiteral("F"), QStringLiteral("200900001234"));
+
+    clk.set(QDateTime(QDate(2026, 11, 21), QTime(10, 0)));
+    ASSERT_TRUE(start(s, w));
+    EXPECT_EQ(s.months_back, 7);
+    ASSERT_EQ(s.rmdr_count, 2) << "May lies beyond the usual three months back";
+    EXPECT_EQ(s.rmdr_tbl[1].rmdr_date.str(), QStringLiteral("05/02/26"));
+}
+
+class ExitTest : public StartupTest {
+protected:
+    void SetUp() override {
+        StartupTest::SetUp();
+        ASSERT_TRUE(start(s, w));
+    }
+};
+
+TEST_F(ExitTest, NoPendingReminderEndsAtOnceWithoutAsking) {
+    confirm_exit(s, w);
+    EXPECT_EQ(w.ends, 1);
+    EXPECT_EQ(m.last(u"question"), nullptr);
+}
+
+TEST_F(ExitTest, PendingReminderTodayAndAnswerNoKeepsTheProgramRunning) {
+    add_reminder(QDate(2026, 11, 21), QStringLiteral("F"), QStringLiteral("211000001111"));
+    m.answers.push_back(Answer::No);
+    EXPECT_TRUE(Form_Unload(s, w)) << "the close is cancelled";
+    EXPECT_TRUE(s.stay_open);
+    EXPECT_EQ(w.ends, 0);
+    ASSERT_NE(m.last(u"question"), nullptr);
+    EXPECT_EQ(m.last(u"question")->text,
+              QStringLiteral("Pending reminders for the day will not be displayed if you exit "
+                             "now.\n(Use the Hide feature to remain active.)\nDo you still want "
+                             "to exit? "));
+}
+
+TEST_F(ExitTest, PendingReminderTodayAndAnswerYesEnds) {
+    add_reminder(QDate(2026, 11, 21), QStringLiteral("F"), QStringLiteral("211000001111"));
+    m.answers.push_back(Answer::Yes);
+    EXPECT_FALSE(Form_Unload(s, w));
+    EXPECT_EQ(w.ends, 1);
+}
+
+TEST_F(ExitTest, DeliveredReminderTodayAndOneDueTomorrowDoNotCount) {
+    add_reminder(QDate(2026, 11, 21), QStringLiteral("T"), QStringLiteral("211000001111"));
+    add_reminder(QDate(2026, 11, 22), QStringLiteral("F"), QStringLiteral("211000002222"));
+    confirm_exit(s, w);
+    EXPECT_EQ(w.ends, 1);
+    EXPECT_EQ(m.last(u"question"), nullptr);
+}
+
+TEST_F(ExitTest, ExitSavesTheOptionsWithToday) {
+    clk.set(QDateTime(QDate(2026, 11, 22), QTime(0, 5)));
+    confirm_exit(s, w);
+    AppState next;
+    next.app_path = s.app_path;
+    next.cal_path = cal();
+    testing::FakeWindow w2;
+    load_options(next, w2);
+    EXPECT_EQ(next.last_used_date, QStringLiteral("11222026"));
+}
+
+TEST_F(ExitTest, WindowSavedOnVanishedMonitorComesBackToZeroAtNextResize) {
+    s.form_left = 60000; // right of a 1920-pixel work area
+    s.form_top = -3000;
+    w.geometry = QRect(60000, -3000, 11910, 8550);
+    Form_Resize(s, w);
+    EXPECT_EQ(w.geometry.left(), 0);
+    EXPECT_EQ(w.geometry.top(), 0);
+    EXPECT_EQ(w.geometry.width(), 11910) << "the size is kept";
+    EXPECT_EQ(s.form_left, 0);
+}
+
+TEST_F(ExitTest, ResizeOnTheWorkAreaKeepsThePlaceAndLaysOut) {
+    s.form_left = 1500;
+    s.form_top = 900;
+    const int layouts = w.layouts;
+    Form_Resize(s, w);
+    EXPECT_EQ(w.geometry.left(), 1500);
+    EXPECT_EQ(w.geometry.top(), 900);
+    EXPECT_EQ(w.layouts, layouts + 1);
+}
+
+} // namespace
+} // namespace orva

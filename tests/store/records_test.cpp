@@ -1,0 +1,250 @@
+#include "store/records.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+
+using namespace orva;
+
+namespace {
+
+// Tables are large; keep them off the stack.
+struct RecordsTest : ::testing::Test {
+    std::unique_ptr<Tables> t = std::make_unique<Tables>();
+
+    void SetUp() override { t->cur_date = QDate(2026, 3, 15); }
+
+    // Loads one appointment of March 2026 through the transfer record.
+    void load(const QString& mmddyyyy, const QString& start, const QString& type = "Meeting") {
+        t->cur.cur_appt_date = mmddyyyy;
+        t->cur.cur_first_date = mmddyyyy;
+        t->cur.cur_start = start;
+        t->cur.cur_type = type;
+        t->add_appt_row();
+    }
+    QString day_time(int d) const { return t->day_tbl[d].day_time.str(); }
+    QString day_index(int d) const { return t->day_tbl[d].day_index.str(); }
+};
+
+} // namespace
+
+TEST(Fixed, AssignmentPadsWithBlanksAndCutsToWidth) {
+    Fixed<5> f;
+    EXPECT_EQ(f.str(), QString("     "));
+    f = QString("ab");
+    EXPECT_EQ(f.str(), QString("ab   "));
+    f = QString("abcdefg");
+    EXPECT_EQ(f.str(), QString("abcde"));
+}
+
+TEST(Fixed, KeepsEightBitCharactersAsOneByte) {
+    Fixed<4> f(QString::fromLatin1("caf\xe9"));
+    EXPECT_EQ(f.c[3], '\xe9');
+    EXPECT_EQ(f.str(), QString::fromLatin1("caf\xe9"));
+}
+
+TEST_F(RecordsTest, DayIndexKeepsTwoCharacters) {
+    t->appt_count = 122;
+    t->appt_next = 122;
+    load("03072026", "09:00");
+    EXPECT_EQ(t->appt_count, 123);
+    EXPECT_EQ(day_index(7), QString("12"));
+    EXPECT_EQ(t->day_tbl[7].day_index.trimmed().toInt(), 12);
+}
+
+TEST_F(RecordsTest, DayIndexOfASingleDigitRowIsLeftJustified) {
+    load("03072026", "09:00");
+    EXPECT_EQ(day_index(7), QString("1 "));
+}
+
+TEST_F(RecordsTest, MonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
+    t->clear_days();
+    load("04072026", "09:00"); // April is not the month in view
+    for (int d = 1; d <= day_limit; ++d) {
+        EXPECT_EQ(day_time(d), QString("40404")) << "day " << d;
+        EXPECT_TRUE(t->day_tbl[d].day_type.is_blank());
+        EXPECT_TRUE(t->day_tbl[d].day_index.is_blank());
+    }
+    EXPECT_EQ(t->appt_count, 1);
+}
+
+TEST_F(RecordsTest, TieAtNineKeepsTheFirstLoaded) {
+    load("03102026", "09:00", "First");
+    load("03102026", "09:00", "Second");
+    EXPECT_EQ(day_index(10), QString("1 "));
+    EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("First"));
+}
+
+TEST_F(RecordsTest, LaterLoadedEarlierTimeReplacesTheDay) {
+    load("03102026", "09:00", "First");
+    load("03102026", "09:00", "Second");
+    load("03102026", "08:30", "Third");
+    EXPECT_EQ(day_time(10), QString("08:30"));
+    EXPECT_EQ(day_index(10), QString("3 "));
+    EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Third"));
+}
+
+TEST_F(RecordsTest, UntimedCountsAsMidnightAndBeatsTimedLoadedBefore) {
+    load("03102026", "07:00");
+    load("03102026", "");
+    EXPECT_EQ(day_time(10), QString("00:00"));
+    EXPECT_EQ(day_index(10), QString("2 "));
+}
+
+TEST_F(RecordsTest, UntimedBeatsTimedLoadedAfter) {
+    load("03102026", "");
+    load("03102026", "06:00");
+    EXPECT_EQ(day_time(10), QString("00:00"));
+    EXPECT_EQ(day_index(10), QString("1 "));
+}
+
+TEST_F(RecordsTest, UntimedDoesNotBeatAnEarlierLoadedMidnight) {
+    load("03102026", "00:00");
+    load("03102026", "");
+    EXPECT_EQ(day_index(10), QString("1 "));
+}
+
+TEST_F(RecordsTest, DayTimesCompareByValueNotByText) {
+    load("03102026", "10:00");
+    load("03102026", "9:30");
+    EXPECT_EQ(day_time(10), QString("09:30"));
+    EXPECT_EQ(day_index(10), QString("2 "));
+}
+
+TEST_F(RecordsTest, DayWithoutTypeShowsAlarm) {
+    load("03102026", "09:00", "");
+    EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Alarm"));
+}
+
+TEST_F(RecordsTest, DayNumberOutsideTheMonthLeavesDaysUnsummarisedAndLoadGoesOn) {
+    load("03002026", "09:00");
+    load("03322026", "09:00");
+    load("03052026", "09:00");
+    EXPECT_EQ(t->appt_count, 3);
+    EXPECT_EQ(day_index(5), QString("3 "));
+    for (int d = 1; d <= day_limit; ++d)
+        if (d != 5) EXPECT_EQ(day_time(d), QString("40404")) << "day " << d;
+}
+
+TEST_F(RecordsTest, ClearApptsCoversOnlyRowsUpToTheOldCount) {
+    for (int i = 0; i < 5; ++i) load("03102026", "09:00");
+    t->appt_count = 3;
+    t->clear_appts();
+    for (int r = 1; r <= 3; ++r) EXPECT_TRUE(t->appt_row(r)->appt_date.is_blank()) << r;
+    EXPECT_EQ(t->appt_row(4)->appt_date.str(), QString("03102026"));
+    EXPECT_EQ(t->appt_row(5)->appt_date.str(), QString("03102026"));
+    EXPECT_EQ(t->appt_count, 3);
+}
+
+TEST_F(RecordsTest, AgainCountPastNineTakesBothCharacters) {
+    t->cur.cur_again_count = 10;
+    t->add_rmdr_row();
+    EXPECT_EQ(t->rmdr_row(1)->rmdr_again_count.str(), QString("10"));
+}
+
+TEST_F(RecordsTest, AgainCountPastNinetyNineIsCut) {
+    t->cur.cur_again_count = 123;
+    t->add_rmdr_row();
+    EXPECT_EQ(t->rmdr_row(1)->rmdr_again_count.str(), QString("12"));
+}
+
+TEST_F(RecordsTest, RowPastTheLimitIsNotStoredButCounted) {
+    for (int i = 0; i < appt_limit + 1; ++i) load("04012026", "09:00");
+    EXPECT_EQ(t->appt_count, 6001);
+    EXPECT_EQ(t->appt_row(6001), nullptr);
+    ASSERT_NE(t->appt_row(6000), nullptr);
+    EXPECT_EQ(t->appt_row(6000)->appt_date.str(), QString("04012026"));
+}
+
+TEST_F(RecordsTest, ReminderRowPastTheLimitIsNotStoredButCounted) {
+    t->rmdr_count = rmdr_limit;
+    t->add_rmdr_row();
+    EXPECT_EQ(t->rmdr_count, 4501);
+    EXPECT_EQ(t->rmdr_row(4501), nullptr);
+}
+
+TEST_F(RecordsTest, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
+    appt_rec a;
+    a.appt_rem_lead = QString("30");
+    t->appt_to_cur(a);
+    EXPECT_EQ(t->cur.cur_rem_lead, 30);
+    a.appt_rem_lead = QString("  ");
+    t->appt_to_cur(a);
+    EXPECT_EQ(t->cur.cur_rem_lead, 30);
+}
+
+TEST_F(RecordsTest, NumberFieldComesBackLeftJustified) {
+    appt_rec a;
+    a.appt_occurs_every = QString("07");
+    t->appt_to_cur(a);
+    t->cur.cur_appt_date = "04012026";
+    t->add_appt_row();
+    EXPECT_EQ(t->appt_row(1)->appt_occurs_every.str(), QString("7 "));
+}
+
+TEST_F(RecordsTest, ReminderLineTravelsThroughTheAppointmentMembers) {
+    rmdr_rec r;
+    r.rmdr_date = QString("04/01/26");
+    r.rmdr_appt_date = QString("04022026");
+    r.rmdr_id = QString("150900000123");
+    r.rmdr_fired = QString("T");
+    r.rmdr_anim = QString("3 ");
+    t->rmdr_to_cur(r);
+    EXPECT_EQ(t->cur.cur_appt_date, QString("04/01/26"));
+    EXPECT_EQ(t->cur.cur_rmdr_appt_date, QString("04022026"));
+    EXPECT_EQ(t->cur.cur_rem_anim, 3);
+    t->add_rmdr_row();
+    EXPECT_EQ(0, std::memcmp(t->rmdr_row(1), &r, sizeof r));
+}
+
+TEST(NumberField, HoldsDigitsLeftJustified) {
+    EXPECT_EQ(number_field(0), QString("0 "));
+    EXPECT_EQ(number_field(7), QString("7 "));
+    EXPECT_EQ(number_field(12), QString("12"));
+}
+
+TEST(FieldNumber, ReadsDigitsAndKeepsOtherwise) {
+    EXPECT_EQ(field_number("7 ", 3), 7);
+    EXPECT_EQ(field_number("12", 3), 12);
+    EXPECT_EQ(field_number("  ", 3), 3);
+    EXPECT_EQ(field_number("x ", -1), -1);
+}
+
+// Date texts and the yymm of the member they name.
+struct DateCase {
+    const char* name;
+    const char* text;
+    bool is_short; // "mm/dd/yy" rather than "mmddyyyy"
+    QDate expected;
+    const char* yymm;
+};
+
+class DateText : public ::testing::TestWithParam<DateCase> {};
+
+TEST_P(DateText, TurnsIntoTheDateAndNamesItsMember) {
+    const DateCase& c = GetParam();
+    const QString text = QString::fromLatin1(c.text);
+    EXPECT_EQ(c.is_short ? short_to_date(text) : text_to_date(text), c.expected);
+    EXPECT_EQ(c.is_short ? rmdr_yymm(text) : appt_yymm(text), QString::fromLatin1(c.yymm));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Records, DateText,
+    ::testing::Values(
+        DateCase{"MidMarch", "03152026", false, QDate(2026, 3, 15), "2603"},
+        DateCase{"LeapDay", "02292024", false, QDate(2024, 2, 29), "2402"},
+        DateCase{"NoLeapDayIsInvalid", "02292025", false, QDate(), "2502"},
+        DateCase{"LastDayOfCentury", "12312099", false, QDate(2099, 12, 31), "9912"},
+        DateCase{"MonthThirteenIsInvalid", "13012026", false, QDate(), "2613"},
+        DateCase{"ShortMidMarch", "03/15/26", true, QDate(2026, 3, 15), "2603"},
+        DateCase{"ShortCenturyIsAlwaysTwenty", "12/31/99", true, QDate(2099, 12, 31), "9912"},
+        DateCase{"ShortYearZero", "01/01/00", true, QDate(2000, 1, 1), "0001"},
+        DateCase{"ShortNovember", "11/02/25", true, QDate(2025, 11, 2), "2511"},
+        DateCase{"BlankIsInvalid", "        ", false, QDate(), "  "}),
+    [](const ::testing::TestParamInfo<DateCase>& i) { return std::string(i.param.name); });
+
+TEST(Yymm, IsTwoDigitYearThenMonth) {
+    EXPECT_EQ(yymm_of(QDate(2026, 3, 1)), QString("2603"));
+    EXPECT_EQ(yymm_of(QDate(2009, 11, 30)), QString("0911"));
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "shell/clock.h"
+#include "store/calendar_file.h"
+#include "store/shared.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace orva::testing {
+
+// An appointment occurrence on "mmddyyyy" with the given key and start time.
+inline appt_rec make_appt(const QString& date, const QString& id, const QString& start = "09:00",
+                          const QString& text = "Dentist") {
+    appt_rec r;
+    r.appt_first_date = date;
+    r.appt_date = date;
+    r.appt_start = start;
+    r.appt_end = start.isEmpty() ? QString() : QStringLiteral("10:00");
+    r.appt_id = id;
+    r.appt_text = text;
+    r.appt_type = QStringLiteral("Meeting");
+    r.appt_occurs = QStringLiteral("0 ");
+    r.appt_occurs_month = QStringLiteral("0 ");
+    r.appt_occurs_every = QStringLiteral("0 ");
+    r.appt_until = QStringLiteral("12/31/26");
+    r.appt_rem_lead = QStringLiteral("0 ");
+    r.appt_rem_unit = QStringLiteral("0 ");
+    r.appt_rem_anim = QStringLiteral("0 ");
+    r.appt_pattern = QStringLiteral("1 ");
+    return r;
+}
+
+// A waiting reminder due on "mm/dd/yy" at "hh:nn".
+inline rmdr_rec make_rmdr(const QString& due, const QString& id, const QString& time = "08:30") {
+    rmdr_rec r;
+    r.rmdr_first_date = QStringLiteral("03152026");
+    r.rmdr_start = QStringLiteral("09:00");
+    r.rmdr_end = QStringLiteral("10:00");
+    r.rmdr_id = id;
+    r.rmdr_text = QStringLiteral("Dentist");
+    r.rmdr_type = QStringLiteral("Meeting");
+    r.rmdr_appt_date = QStringLiteral("03152026");
+    r.rmdr_date = due;
+    r.rmdr_time = time;
+    r.rmdr_fired = QStringLiteral("F");
+    r.rmdr_anim = QStringLiteral("0 ");
+    r.rmdr_again_count = QStringLiteral("1 ");
+    return r;
+}
+
+// A temporary application folder, a calendar path inside it, a stopped clock
+// and a fresh shared module.
+struct StoreEnv {
+    QTemporaryDir dir;
+    FixedClock clock{QDateTime(QDate(2026, 3, 15), QTime(9, 0))};
+    Shared s;
+    QString cal;
+
+    StoreEnv() {
+        install_clock(&clock);
+        s.app_path = dir.path();
+        cal = dir.filePath(QStringLiteral("calendar.cal"));
+        s.cal_path = cal;
+        s.cur_date = clock.today();
+    }
+    ~StoreEnv() { install_clock(nullptr); }
+
+    // Loose member copies and temporary files left in the application folder.
+    QStringList loose_files() const {
+        static const QRegularExpression loose(QStringLiteral(R"(^(c\d{4}\.cal|r\d{4}\.rmd|.*\.tmp)$)"));
+        QStringList out = QDir(dir.path()).entryList(QDir::Files);
+        out.removeIf([](const QString& n) { return !loose.match(n).hasMatch(); });
+        return out;
+    }
+
+    void append_appt(const appt_rec& r) {
+        s.occur_count = 1;
+        *s.occur_row(1) = r;
+        write_occurs(s, cal);
+    }
+    void append_rmdr(const rmdr_rec& r) { append_rmdr_line(s, cal, r); }
+};
+
+} // namespace orva::testing

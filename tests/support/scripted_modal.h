@@ -1,0 +1,75 @@
+#pragma once
+
+#include "shell/modal.h"
+
+#include <QString>
+#include <deque>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace orva::testing {
+
+// The modal seam as a test drives it: answers are queued ahead, and every
+// message, question, dialog and form opened is recorded with its exact text.
+class ScriptedModal final : public Modal {
+public:
+    struct Shown {
+        QString kind; // "message", "question", "save", "open", "form"
+        QString text; // the message text, the filter, or the form's name
+        MsgStyle style = MsgStyle::Plain;
+    };
+
+    std::vector<Shown> shown;
+    std::deque<Answer> answers;       // for ask_yes_no; No when empty
+    std::deque<QString> file_answers; // for both file dialogs; "" when empty
+    std::map<QString, std::function<void()>> forms; // what a form "does"
+
+    void message(const QString& text, MsgStyle style) override {
+        shown.push_back({QStringLiteral("message"), text, style});
+    }
+    Answer ask_yes_no(const QString& text, MsgStyle style) override {
+        shown.push_back({QStringLiteral("question"), text, style});
+        if (answers.empty()) return Answer::No;
+        const Answer a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+    QString save_file_dialog(const QString& filter) override { return file(u"save", filter); }
+    QString open_file_dialog(const QString& filter) override { return file(u"open", filter); }
+    void open_form(const QString& name) override {
+        shown.push_back({QStringLiteral("form"), name, MsgStyle::Plain});
+        if (auto it = forms.find(name); it != forms.end() && it->second) it->second();
+    }
+
+    // The texts of all messages (not questions), in order.
+    std::vector<QString> messages() const {
+        std::vector<QString> out;
+        for (const auto& s : shown)
+            if (s.kind == u"message") out.push_back(s.text);
+        return out;
+    }
+    const Shown* last(QStringView kind) const {
+        for (auto it = shown.rbegin(); it != shown.rend(); ++it)
+            if (it->kind == kind) return &*it;
+        return nullptr;
+    }
+
+private:
+    QString file(QStringView kind, const QString& filter) {
+        shown.push_back({kind.toString(), filter, MsgStyle::Plain});
+        if (file_answers.empty()) return {};
+        QString a = file_answers.front();
+        file_answers.pop_front();
+        return a;
+    }
+};
+
+// Installs a seam for the life of a test and puts the silent one back after.
+class ModalGuard {
+public:
+    explicit ModalGuard(Modal* m) { install_modal(m); }
+    ~ModalGuard() { install_modal(nullptr); }
+};
+
+} // namespace orva::testing
