@@ -11,13 +11,13 @@
 
 namespace orva {
 
-Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
-
 namespace {
 
-constexpr int not_found = 53;
-constexpr int file_access = 75;
-constexpr int bad_call = 5;
+Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
+
+using err::not_found;
+constexpr int file_access = err::bad_file;
+constexpr int bad_call = 5; // invalid procedure call: an action the archive does not know
 constexpr int orva_application_id = 0x4F525641; // "ORVA"
 constexpr int member_file_mode = 0100644;       // what `sqlite3 -Ax` gives the extracted file
 constexpr int busy_timeout_ms = 5000;
@@ -33,8 +33,10 @@ bool exec(sqlite3* db, const char* sql) {
 }
 
 class Stmt {
-public:
-    Stmt(sqlite3* db, const char* sql) { ok_ = sqlite3_prepare_v2(db, sql, -1, &st_, nullptr) == SQLITE_OK; }
+  public:
+    Stmt(sqlite3* db, const char* sql) {
+        ok_ = sqlite3_prepare_v2(db, sql, -1, &st_, nullptr) == SQLITE_OK;
+    }
     ~Stmt() { sqlite3_finalize(st_); }
     Stmt(const Stmt&) = delete;
     Stmt& operator=(const Stmt&) = delete;
@@ -54,7 +56,7 @@ public:
     }
     int step() { return sqlite3_step(st_); }
 
-private:
+  private:
     sqlite3_stmt* st_ = nullptr;
     bool ok_ = false;
 };
@@ -106,13 +108,20 @@ void Archive::forget(const QString& k) {
     auto it = conns_.find(k);
     if (it == conns_.end()) return;
     if (it->second->in_tx)
-        qCWarning(lcStore) << "closing" << k << "with a command still open; its changes are dropped";
+        qCWarning(lcStore) << "closing" << k
+                           << "with a command still open; its changes are dropped";
     sqlite3_close_v2(it->second->db);
     delete it->second;
     conns_.erase(it);
 }
 
 Archive::Conn* Archive::open(const QString& archive_file, bool create) {
+    // SQLite would open an empty name as a private temporary database and
+    // report success for a calendar that is not there.
+    if (archive_file.isEmpty()) {
+        fail(err::bad_name);
+        return nullptr;
+    }
     const QString k = key(archive_file);
     dev_t dev = 0;
     ino_t ino = 0;
@@ -269,14 +278,15 @@ int Archive::run(const QString& archive_file, const QString& file, int action) {
     }
 }
 
-void Archive::close(const QString& archive_file) { forget(key(archive_file)); }
+void Archive::close(const QString& archive_file) {
+    forget(key(archive_file));
+}
 
 void Archive::set_after_write_hook(std::function<void(const QString&)> hook) {
     after_write_ = std::move(hook);
 }
 
-Archive::Command::Command(Archive& a, QString archive_file)
-    : a_(a), path_(key(archive_file)) {
+Archive::Command::Command(Archive& a, QString archive_file) : a_(a), path_(key(archive_file)) {
     if (a_.depth_[path_]++ > 0) return;
     // A file that does not exist yet joins the command when its first member
     // is added; a Command alone never creates it.
@@ -296,8 +306,8 @@ Archive::Command::~Command() {
     Conn* c = it->second;
     c->in_tx = false;
     if (sqlite3_exec(c->db, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        qCCritical(lcStore) << "commit of" << path_ << "failed, command rolled back:"
-                            << sqlite3_errmsg(c->db);
+        qCCritical(lcStore) << "commit of" << path_
+                            << "failed, command rolled back:" << sqlite3_errmsg(c->db);
         sqlite3_exec(c->db, "ROLLBACK", nullptr, nullptr, nullptr);
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/errors.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>

@@ -11,7 +11,9 @@
 
 namespace orva {
 
-QString Shared::loose(const QString& name) const { return app_path + u'/' + name; }
+QString Shared::loose(const QString& name) const {
+    return app_path + u'/' + name;
+}
 
 namespace {
 
@@ -23,7 +25,7 @@ constexpr int rewrite_mode = 2;
 // deletes it before the next member is extracted. Rows of one month must stand
 // together, or the rewrite mode loses the earlier ones.
 class MonthWriter {
-public:
+  public:
     MonthWriter(Shared& s, const QString& cal_file, MemberKind kind, int io_mode)
         : s_(s), cal_(cal_file), kind_(kind), io_mode_(io_mode) {}
     ~MonthWriter() { finish(); }
@@ -48,7 +50,7 @@ public:
         QFile::remove(path_);
     }
 
-private:
+  private:
     void start(const QString& yymm) {
         yymm_ = yymm;
         if (kind_ == MemberKind::appointments)
@@ -73,7 +75,9 @@ private:
     bool open_ = false;
 };
 
-QDate today() { return clock().today(); }
+QDate today() {
+    return clock().today();
+}
 
 void call(const std::function<void()>& f) {
     if (f) f();
@@ -98,12 +102,15 @@ int extract_appt_member(Shared& s, const QString& cal_file, QString& loose_path,
 
 int extract_rmdr_member(Shared& s, const QString& cal_file, QString& loose_path,
                         const QString& yymm) {
-    // Nothing is deleted first: a copy left by a crash is read when the month
-    // has no member, as it always was.
+    // Nothing is deleted first; the extract replaces a copy left by a crash.
+    // When the month has no member such a copy is stale, and reading or
+    // appending to it would bring back lines the file no longer has.
     loose_path = s.loose(rmdr_member_name(yymm));
     s.rmdr_temp_path = loose_path;
     s.archive.clear_error();
-    return s.archive.run(cal_file, loose_path, Archive::extract);
+    const int e = s.archive.run(cal_file, loose_path, Archive::extract);
+    if (e == err::not_found) QFile::remove(loose_path);
+    return e;
 }
 
 void load_appts(Shared& s, const QDate& date, const QString& cal_file, int extra_months) {
@@ -144,7 +151,8 @@ void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int month
     s.cur.rec_end_len = 2;
     s.rmdr_count = 0;
     s.appt_next = 0;
-    for (rmdr_rec& row : s.rmdr_tbl) row = rmdr_rec{};
+    for (rmdr_rec& row : s.rmdr_tbl)
+        row = rmdr_rec{};
     // At least the three months before this one, so that alarms left undelivered
     // at the last close are still found.
     if (months_back < 4) months_back = 3;
@@ -277,8 +285,8 @@ void new_calendar(Shared& s, const CalendarHooks& h) {
 
     QDate shown = h.shown_month ? h.shown_month() : s.cur_date;
     if (!shown.isValid()) shown = today();
-    const QString yymm = QStringLiteral("%1").arg((shown.year() % 100) * 100 + shown.month(), 4,
-                                                  10, QLatin1Char('0'));
+    const QString yymm = QStringLiteral("%1").arg((shown.year() % 100) * 100 + shown.month(), 4, 10,
+                                                  QLatin1Char('0'));
     // The stub's loose copy stands in app_path like every other member, so it
     // can never stand on a file of the user's beside the calendar.
     const QString base = QFileInfo(chosen.left(chosen.size() - 4)).fileName();
@@ -316,7 +324,7 @@ void open_calendar(Shared& s, const CalendarHooks& h) {
         return;
     }
     if (!QFileInfo(chosen).isFile()) {
-        modal().message(chosen + u'\r' +
+        modal().message(chosen + u'\n' +
                             QStringLiteral(" doesn't exist.  Check specified path and name."),
                         MsgStyle::Plain);
         return;
@@ -340,8 +348,8 @@ void delete_calendar(Shared& s, const CalendarHooks& h) {
                         MsgStyle::Warning);
         return;
     }
-    if (modal().ask_yes_no(QStringLiteral("This will delete the current Calendar - ") +
-                               s.cal_path + QStringLiteral(".  OK?"),
+    if (modal().ask_yes_no(QStringLiteral("This will delete the current Calendar - ") + s.cal_path +
+                               QStringLiteral(".  OK?"),
                            MsgStyle::Question) != Answer::Yes)
         return;
 

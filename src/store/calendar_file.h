@@ -13,7 +13,8 @@ namespace orva {
 // there as 8-bit text, added back, and the loose copy deleted. Every routine
 // runs with errors passed over; only the ones noted report.
 
-// Loose copy names: app_path + "/c" + yymm + ".cal", "/r" + yymm + ".rmd".
+// Member names, "c" + yymm + ".cal" and "r" + yymm + ".rmd"; the loose copy of
+// a member is Shared::loose(name).
 QString appt_member_name(const QString& yymm);
 QString rmdr_member_name(const QString& yymm);
 

@@ -563,6 +563,9 @@ int Grid::TopRow() const { return std::max(top_row_, s_.fixed_rows); }
 void Grid::setTopRow(int row) {
     if (row < 0 || row >= s_.rows) return fail(err::subscript);
     top_row_ = row;
+    // A later TopRow wins over an earlier ShowCell, or the view would scroll
+    // back to a cell nobody asks for any more.
+    shown_row_ = shown_col_ = -1;
     ++scroll_serial_;
     touch();
 }

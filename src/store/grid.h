@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/errors.h"
+
 #include <QString>
 #include <QVariant>
 #include <functional>
@@ -66,16 +68,6 @@ struct CellBorderSpec {
     bool operator==(const CellBorderSpec&) const = default;
 };
 
-// Error numbers the grid and the store leave behind. Callers look at them only
-// where a routine says so; 53 is the ordinary sign of a missing file or member.
-namespace err {
-constexpr int none = 0;
-constexpr int subscript = 381;  // row or column outside the grid
-constexpr int bad_value = 380;  // a setting no cell can take (unknown alignment, negative size)
-constexpr int not_found = 53;
-constexpr int bad_file = 75;    // present but unreadable
-constexpr int io = 57;          // device I/O error
-} // namespace err
 
 // The headless table of the grid layer: one text per cell plus per-cell
 // formatting, rows and columns counted from 0. Every planner computes into one
@@ -157,7 +149,7 @@ public:
     bool ColHidden(int col) const;
     void setColHidden(int col, bool hidden);
     int TopRow() const; // first scrollable row shown; set by ShowCell too
-    void setTopRow(int row);
+    void setTopRow(int row); // drops an earlier ShowCell request
     int LeftCol() const; // first scrollable column shown, as the view reports it
     // Asks the view to scroll the cell into view; the request is kept.
     void ShowCell(int row, int col);

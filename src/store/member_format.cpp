@@ -18,7 +18,9 @@ void read_fields(MemberReader& in, Rec& r, const int (&widths)[K]) {
     }
 }
 
-constexpr int sum(const int* w, size_t n) { return n == 0 ? 0 : w[0] + sum(w + 1, n - 1); }
+constexpr int sum(const int* w, size_t n) {
+    return n == 0 ? 0 : w[0] + sum(w + 1, n - 1);
+}
 static_assert(sum(appt_widths, std::size(appt_widths)) == appt_line_width);
 static_assert(sum(rmdr_widths, std::size(rmdr_widths)) == rmdr_line_width);
 // Lines are copied straight from the records, so the struct layout must be the

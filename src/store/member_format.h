@@ -25,7 +25,7 @@ QByteArray rmdr_line(const rmdr_rec& r);
 // Reads a member by character count, not by line, so a field may hold any
 // character, a line end included, as long as every line keeps its width.
 class MemberReader {
-public:
+  public:
     explicit MemberReader(QIODevice& in) : in_(in) {}
 
     // Exactly `count` characters, or what is left when fewer remain.
@@ -37,7 +37,7 @@ public:
     void read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
     void read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);
 
-private:
+  private:
     QIODevice& in_;
 };
 

@@ -30,19 +30,22 @@ int two_digits(const QString& s, int from, bool* ok) {
 
 } // namespace
 
-Tables::Tables()
-    : appt_tbl(appt_limit + 1), occur_tbl(occur_limit + 1), rmdr_tbl(rmdr_limit + 1) {
+Tables::Tables() : appt_tbl(appt_limit + 1), occur_tbl(occur_limit + 1), rmdr_tbl(rmdr_limit + 1) {
     clear_days();
 }
 
-appt_rec* Tables::appt_row(int r) { return r >= 1 && r <= appt_limit ? &appt_tbl[r] : nullptr; }
+appt_rec* Tables::appt_row(int r) {
+    return r >= 1 && r <= appt_limit ? &appt_tbl[r] : nullptr;
+}
 const appt_rec* Tables::appt_row(int r) const {
     return r >= 1 && r <= appt_limit ? &appt_tbl[r] : nullptr;
 }
 appt_rec* Tables::occur_row(int r) {
     return r >= 1 && r <= occur_limit ? &occur_tbl[r] : nullptr;
 }
-rmdr_rec* Tables::rmdr_row(int r) { return r >= 1 && r <= rmdr_limit ? &rmdr_tbl[r] : nullptr; }
+rmdr_rec* Tables::rmdr_row(int r) {
+    return r >= 1 && r <= rmdr_limit ? &rmdr_tbl[r] : nullptr;
+}
 const rmdr_rec* Tables::rmdr_row(int r) const {
     return r >= 1 && r <= rmdr_limit ? &rmdr_tbl[r] : nullptr;
 }
@@ -94,8 +97,8 @@ void Tables::note_day() {
     if (!ok || d < 1 || d > day_limit) return;
     day_rec& day = day_tbl[d];
 
-    const QString t = cur.cur_start.trimmed().isEmpty() ? QStringLiteral("00:00")
-                                                        : hhmm_of(cur.cur_start);
+    const QString t =
+        cur.cur_start.trimmed().isEmpty() ? QStringLiteral("00:00") : hhmm_of(cur.cur_start);
     const QString type = cur.cur_type.trimmed().isEmpty() ? QStringLiteral("Alarm") : cur.cur_type;
     // The index keeps two characters, so row 123 reads as 12: callers rely on it.
     const QString index = QString::number(appt_count);
@@ -185,9 +188,15 @@ QDate short_to_date(const QString& mm_dd_yy) {
                         mm_dd_yy.mid(6, 2));
 }
 
-QString appt_yymm(const QString& mmddyyyy) { return mmddyyyy.mid(6, 2) + mmddyyyy.mid(0, 2); }
-QString rmdr_yymm(const QString& mm_dd_yy) { return mm_dd_yy.mid(6, 2) + mm_dd_yy.mid(0, 2); }
-QString yymm_of(const QDate& d) { return d.toString(QStringLiteral("yyMM")); }
+QString appt_yymm(const QString& mmddyyyy) {
+    return mmddyyyy.mid(6, 2) + mmddyyyy.mid(0, 2);
+}
+QString rmdr_yymm(const QString& mm_dd_yy) {
+    return mm_dd_yy.mid(6, 2) + mm_dd_yy.mid(0, 2);
+}
+QString yymm_of(const QDate& d) {
+    return d.toString(QStringLiteral("yyMM"));
+}
 
 qint16 field_number(const QString& text, qint16 keep) {
     bool ok = false;
@@ -197,6 +206,8 @@ qint16 field_number(const QString& text, qint16 keep) {
     return ok ? v : keep;
 }
 
-QString number_field(qint16 v) { return QString::number(v).leftJustified(2, u' ', true); }
+QString number_field(qint16 v) {
+    return QString::number(v).leftJustified(2, u' ', true);
+}
 
 } // namespace orva

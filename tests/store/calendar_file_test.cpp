@@ -1,0 +1,560 @@
+#include "store/calendar_file.h"
+
+#include "store/member_format.h"
+#include "store_fixtures.h"
+#include "support/scripted_modal.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace orva;
+using orva::testing::make_appt;
+using orva::testing::make_rmdr;
+using orva::testing::ModalGuard;
+using orva::testing::ScriptedModal;
+
+namespace {
+
+struct CalendarFile : ::testing::Test {
+    std::unique_ptr<orva::testing::StoreEnv> env = std::make_unique<orva::testing::StoreEnv>();
+    Shared& s = env->s;
+    QString& cal = env->cal;
+
+    QByteArray member(const QString& name) {
+        QByteArray b;
+        s.archive.get(cal, name, b);
+        return b;
+    }
+    void put_member(const QString& name, const QByteArray& b) { s.archive.put(cal, name, b); }
+    // One reminder in each month from `first` for `months` months.
+    void rmdr_each_month(QDate first, int months) {
+        for (int i = 0; i < months; ++i) {
+            const QDate d = first.addMonths(i);
+            env->append_rmdr(make_rmdr(d.toString("MM/dd/yy"), "R" + yymm_of(d)));
+        }
+    }
+    QStringList loaded_rmdr_months() const {
+        QStringList out;
+        for (int r = 1; r <= s.rmdr_count; ++r)
+            out << rmdr_yymm(s.rmdr_row(r)->rmdr_date);
+        return out;
+    }
+};
+
+} // namespace
+
+TEST(MemberNames, AreKindThenYymm) {
+    EXPECT_EQ(appt_member_name("2603"), QString("c2603.cal"));
+    EXPECT_EQ(rmdr_member_name("2603"), QString("r2603.rmd"));
+}
+
+TEST(SharedModule, LooseCopiesLiveInTheApplicationFolder) {
+    Shared s;
+    s.app_path = "/home/u/.local/share/orvacal";
+    EXPECT_EQ(s.loose("c2603.cal"), QString("/home/u/.local/share/orvacal/c2603.cal"));
+}
+
+TEST_F(CalendarFile, MonthWithNoMemberLoadsEmptyWithoutAMessage) {
+    ScriptedModal m;
+    ModalGuard guard(&m);
+    env->append_appt(make_appt("04012026", "A1"));
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_TRUE(m.shown.empty());
+    EXPECT_TRUE(env->loose_files().isEmpty());
+}
+
+TEST_F(CalendarFile, MissingCalendarLoadsEmptyAndIsNotCreated) {
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_EQ(s.rmdr_count, 0);
+    EXPECT_FALSE(QFile::exists(cal));
+}
+
+TEST_F(CalendarFile, AppendingCreatesTheMember) {
+    env->append_appt(make_appt("04012026", "A1"));
+    EXPECT_EQ(s.archive.members(cal), QStringList{"c2604.cal"});
+}
+
+TEST_F(CalendarFile, AppendedAppointmentLineIs477Bytes) {
+    s.appt_count = 1;
+    *s.appt_row(1) = make_appt("03202026", "A1");
+    write_appts(s, cal, 8, 1);
+    const QByteArray bytes = member("c2603.cal");
+    EXPECT_EQ(bytes.size(), 477);
+    EXPECT_EQ(bytes.right(2), "\r\n");
+    write_appts(s, cal, 8, 1);
+    EXPECT_EQ(member("c2603.cal").size(), 2 * 477);
+}
+
+TEST_F(CalendarFile, AppendedReminderLineIs273Bytes) {
+    env->append_rmdr(make_rmdr("03/20/26", "A1"));
+    EXPECT_EQ(member("r2603.rmd").size(), 273);
+}
+
+TEST_F(CalendarFile, WriteStepsLeaveNoLooseCopyBehind) {
+    env->append_appt(make_appt("03202026", "A1"));
+    env->append_rmdr(make_rmdr("03/20/26", "A1"));
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    delete_by_key(s, cal, MemberKind::appointments, "2603", "nobody");
+    EXPECT_EQ(env->loose_files(), QStringList());
+}
+
+TEST_F(CalendarFile, LoadFillsTheTableAndSummarisesTheDays) {
+    env->append_appt(make_appt("03202026", "A1", "14:00", "Late"));
+    env->append_appt(make_appt("03202026", "A2", "08:00", "Early"));
+    s.cur_date = QDate(2026, 3, 15);
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_next, 2);
+    EXPECT_EQ(appt_line(*s.appt_row(1)), appt_line(make_appt("03202026", "A1", "14:00", "Late")));
+    EXPECT_EQ(s.day_tbl[20].day_time.str(), QString("08:00"));
+    EXPECT_EQ(s.day_tbl[20].day_index.str(), QString("2 "));
+}
+
+TEST_F(CalendarFile, LoadOfAMonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
+    env->append_appt(make_appt("03202026", "A1"));
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    s.cur_date = QDate(2026, 4, 1);
+    load_appts(s, QDate(2026, 4, 1), cal, 0);
+    EXPECT_EQ(s.appt_count, 0);
+    for (int d = 1; d <= 31; ++d)
+        EXPECT_EQ(s.day_tbl[d].day_time.str(), QString("40404")) << d;
+}
+
+TEST_F(CalendarFile, ReloadBlanksTheRowsOfTheLastLoad) {
+    env->append_appt(make_appt("03202026", "A1"));
+    env->append_appt(make_appt("03212026", "A2"));
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    load_appts(s, QDate(2026, 5, 1), cal, 0);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
+    EXPECT_TRUE(s.appt_row(2)->appt_id.is_blank());
+}
+
+TEST_F(CalendarFile, ExtraMonthsReadTheFollowingMembersToo) {
+    env->append_appt(make_appt("03302026", "A1"));
+    env->append_appt(make_appt("04022026", "A2"));
+    env->append_appt(make_appt("05022026", "A3"));
+    load_appts(s, QDate(2026, 3, 29), cal, 1);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
+}
+
+TEST_F(CalendarFile, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
+    appt_rec first = make_appt("03202026", "A1");
+    first.appt_rem_lead = QString("30");
+    appt_rec second = make_appt("03212026", "A2");
+    second.appt_rem_lead = QString("  ");
+    put_member("c2603.cal", appt_line(first) + "\r\n" + appt_line(second) + "\r\n");
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_row(2)->appt_rem_lead.str(), QString("30"));
+}
+
+TEST_F(CalendarFile, LineEndInsideATextFieldDoesNotSplitTheLine) {
+    env->append_appt(make_appt("03202026", "A1", "09:00", "one\r\ntwo"));
+    env->append_appt(make_appt("03212026", "A2"));
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString("one\r\ntwo"));
+    EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
+}
+
+TEST_F(CalendarFile, MemberOf6001LinesCountsThemAllButStores6000) {
+    QByteArray bytes;
+    for (int i = 1; i <= 6001; ++i)
+        bytes += appt_line(make_appt("04022026", QString::number(i))) + "\r\n";
+    put_member("c2604.cal", bytes);
+    load_appts(s, QDate(2026, 4, 1), cal, 0);
+    EXPECT_EQ(s.appt_count, 6001);
+    EXPECT_EQ(s.appt_row(6001), nullptr);
+    EXPECT_EQ(s.appt_row(6000)->appt_id.trimmed(), QString("6000"));
+}
+
+TEST_F(CalendarFile, WriteOccursAppendsEachRowToItsMonthInOrder) {
+    env->append_appt(make_appt("03012026", "OLD"));
+    const QStringList dates{"03102026", "03172026", "04072026", "05052026"};
+    s.occur_count = qint16(dates.size());
+    for (int i = 0; i < dates.size(); ++i)
+        *s.occur_row(i + 1) = make_appt(dates[i], "S1");
+    write_occurs(s, cal);
+    EXPECT_EQ(s.archive.members(cal), QStringList({"c2603.cal", "c2604.cal", "c2605.cal"}));
+    EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03012026", "OLD")) + "\r\n" +
+                                       appt_line(make_appt("03102026", "S1")) + "\r\n" +
+                                       appt_line(make_appt("03172026", "S1")) + "\r\n");
+    EXPECT_EQ(member("c2605.cal").size(), 477);
+    EXPECT_EQ(env->loose_files(), QStringList());
+}
+
+TEST_F(CalendarFile, RewriteReplacesOnlyTheMonthsThatHaveRows) {
+    env->append_appt(make_appt("03012026", "M1"));
+    env->append_appt(make_appt("03022026", "M2"));
+    env->append_appt(make_appt("04012026", "APR"));
+    s.appt_count = 1;
+    *s.appt_row(1) = make_appt("03052026", "ONLY");
+    write_appts(s, cal, 2, 1);
+    EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03052026", "ONLY")) + "\r\n");
+    EXPECT_EQ(member("c2604.cal").size(), 477);
+}
+
+TEST_F(CalendarFile, RewriteOfScatteredMonthKeepsOnlyItsLastRun) {
+    s.appt_count = 3;
+    *s.appt_row(1) = make_appt("03052026", "A");
+    *s.appt_row(2) = make_appt("04052026", "B");
+    *s.appt_row(3) = make_appt("03062026", "C");
+    write_appts(s, cal, 2, 3);
+    EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03062026", "C")) + "\r\n");
+}
+
+TEST_F(CalendarFile, SaveRmdrsRewriteCarriesTheDeliveredFlagToTheFile) {
+    env->append_rmdr(make_rmdr("03/10/26", "A1"));
+    env->append_rmdr(make_rmdr("03/11/26", "A2"));
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.rmdr_count, 2);
+    s.rmdr_row(2)->rmdr_fired = QString("T");
+    save_rmdrs(s, 2, cal);
+    const QByteArray bytes = member("r2603.rmd");
+    ASSERT_EQ(bytes.size(), 2 * 273);
+    EXPECT_EQ(bytes.mid(116, 1), "F");
+    EXPECT_EQ(bytes.mid(273 + 116, 1), "T");
+}
+
+TEST_F(CalendarFile, SaveRmdrsOtherModeAppendsTheLastRow) {
+    env->append_rmdr(make_rmdr("03/10/26", "A1"));
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    s.rmdr_count = 2;
+    *s.rmdr_row(2) = make_rmdr("04/01/26", "NEW");
+    save_rmdrs(s, 8, cal);
+    EXPECT_EQ(member("r2603.rmd").size(), 273);
+    EXPECT_EQ(member("r2604.rmd"), rmdr_line(make_rmdr("04/01/26", "NEW")) + "\r\n");
+}
+
+TEST_F(CalendarFile, DeleteByKeyKeepsOtherLinesByteForByte) {
+    const appt_rec keep1 = make_appt("03052026", "KEEP1");
+    const appt_rec keep2 = make_appt("03072026", "KEEP2");
+    env->append_appt(keep1);
+    env->append_appt(make_appt("03062026", "GONE"));
+    env->append_appt(keep2);
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 2);
+    EXPECT_EQ(member("c2603.cal"), appt_line(keep1) + "\r\n" + appt_line(keep2) + "\r\n");
+    EXPECT_EQ(env->loose_files(), QStringList());
+}
+
+TEST_F(CalendarFile, DeletingTheLastLineRemovesTheMember) {
+    env->append_appt(make_appt("03062026", "GONE"));
+    env->append_appt(make_appt("04062026", "OTHER"));
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 0);
+    EXPECT_EQ(s.archive.members(cal), QStringList{"c2604.cal"});
+    EXPECT_EQ(env->loose_files(), QStringList());
+}
+
+TEST_F(CalendarFile, DeletingTheLastReminderLineRemovesTheMember) {
+    env->append_rmdr(make_rmdr("03/10/26", "GONE"));
+    env->append_rmdr(make_rmdr("03/11/26", "GONE"));
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::reminders, "2603", "GONE"), 0);
+    EXPECT_TRUE(s.archive.members(cal).isEmpty());
+}
+
+TEST_F(CalendarFile, DeleteByKeyOnAMissingMonthChangesNothing) {
+    env->append_appt(make_appt("03062026", "A1"));
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2604", "A1"), 0);
+    EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"});
+}
+
+TEST_F(CalendarFile, DeleteByKeyMatchesTheWholeKeyNotAPrefix) {
+    env->append_appt(make_appt("03062026", "150900001234"));
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "1509"), 1);
+}
+
+class LoadRmdrsSpan : public CalendarFile,
+                      public ::testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(LoadRmdrsSpan, ReadsTheMonthsBackAndTheDatesOwnMonth) {
+    const auto [months_back, members] = GetParam();
+    rmdr_each_month(QDate(2025, 1, 10), 16); // Jan 2025 to Apr 2026
+    load_rmdrs(s, QDate(2026, 3, 31), cal, months_back);
+    QStringList expected;
+    for (int i = members - 1; i >= 0; --i)
+        expected << yymm_of(QDate(2026, 3, 1).addMonths(-i));
+    EXPECT_EQ(loaded_rmdr_months(), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(CalendarFile, LoadRmdrsSpan,
+                         ::testing::Values(std::pair{0, 4}, std::pair{1, 4}, std::pair{2, 4},
+                                           std::pair{3, 4}, std::pair{4, 5}, std::pair{7, 8}),
+                         [](const ::testing::TestParamInfo<std::pair<int, int>>& i) {
+                             return "MonthsBack" + std::to_string(i.param.first) + "Reads" +
+                                    std::to_string(i.param.second) + "Members";
+                         });
+
+TEST_F(CalendarFile, ReminderDueNextMonthWaitsUntilTheMonthRollsOver) {
+    env->append_rmdr(make_rmdr("04/01/26", "NEXT", "00:05"));
+    load_rmdrs(s, QDate(2026, 3, 31), cal, 0);
+    EXPECT_EQ(s.rmdr_count, 0);
+    load_rmdrs(s, QDate(2026, 4, 1), cal, 0);
+    ASSERT_EQ(s.rmdr_count, 1);
+    EXPECT_EQ(s.rmdr_row(1)->rmdr_id.trimmed(), QString("NEXT"));
+}
+
+TEST_F(CalendarFile, LoadRmdrsBlanksEveryRowOfTheLastLoad) {
+    env->append_rmdr(make_rmdr("03/10/26", "A1"));
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    *s.rmdr_row(4500) = make_rmdr("03/10/26", "HIGH");
+    load_rmdrs(s, QDate(2027, 3, 15), cal, 0);
+    EXPECT_EQ(s.rmdr_count, 0);
+    EXPECT_TRUE(s.rmdr_row(1)->rmdr_id.is_blank());
+    EXPECT_TRUE(s.rmdr_row(4500)->rmdr_id.is_blank());
+}
+
+TEST_F(CalendarFile, ReminderExtractLeavesItsLoosePathInRmdrTempPath) {
+    QString path;
+    extract_rmdr_member(s, cal, path, "2603");
+    EXPECT_EQ(path, s.loose("r2603.rmd"));
+    EXPECT_EQ(s.rmdr_temp_path, path);
+}
+
+TEST_F(CalendarFile, AppointmentExtractDeletesAStaleLooseCopyFirst) {
+    QFile stale(s.loose("c2603.cal"));
+    stale.open(QIODevice::WriteOnly);
+    stale.write(appt_line(make_appt("03012026", "STALE")) + "\r\n");
+    stale.close();
+    QString path;
+    EXPECT_EQ(extract_appt_member(s, cal, path, "2603"), 53);
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(CalendarFile, ReminderCopyLeftByACrashIsNotReadWhenTheMonthHasNoMember) {
+    QFile stale(s.loose("r2603.rmd"));
+    ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
+    stale.write(QByteArray(271, 'x') + "\r\n");
+    stale.close();
+    load_rmdr_month(s, "2603", cal);
+    EXPECT_EQ(s.rmdr_count, 0);
+    EXPECT_FALSE(QFile::exists(s.loose("r2603.rmd")));
+}
+
+// The File commands.
+
+namespace {
+
+struct FileCommands : CalendarFile {
+    ScriptedModal m;
+    ModalGuard guard{&m};
+    CalendarHooks hooks;
+    QStringList calls;
+    bool delete_enabled = false;
+
+    void SetUp() override {
+        hooks.shown_month = [] { return QDate(2026, 5, 1); };
+        hooks.load_options = [this] { calls << "load_options"; };
+        hooks.reset_counters = [this] { calls << "reset_counters"; };
+        hooks.rebuild_view = [this] { calls << "rebuild_view"; };
+        hooks.enable_delete = [this](bool on) {
+            delete_enabled = on;
+            calls << (on ? "enable_delete" : "disable_delete");
+        };
+        s.cal_path.clear();
+    }
+};
+
+} // namespace
+
+TEST_F(FileCommands, NewShowsASaveDialogForCalFiles) {
+    new_calendar(s, hooks);
+    ASSERT_NE(m.last(u"save"), nullptr);
+    EXPECT_EQ(m.last(u"save")->text, QString("cal Files (*.cal)|*.cal"));
+    EXPECT_TRUE(calls.isEmpty());
+}
+
+TEST_F(FileCommands, NewRefusesAnotherExtension) {
+    m.file_answers.push_back(env->dir.filePath("work.txt"));
+    new_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], QString("Only files with .CAL extension are allowed"));
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Information);
+    EXPECT_FALSE(QFile::exists(env->dir.filePath("work.txt")));
+}
+
+TEST_F(FileCommands, NewAcceptsUpperCaseExtension) {
+    const QString chosen = env->dir.filePath("WORK.CAL");
+    m.file_answers.push_back(chosen);
+    new_calendar(s, hooks);
+    EXPECT_TRUE(m.messages().empty());
+    EXPECT_EQ(s.cal_path, chosen);
+}
+
+TEST_F(FileCommands, NewMakesAnArchiveWithTheStubOfTheShownMonth) {
+    const QString chosen = env->dir.filePath("work.cal");
+    m.file_answers.push_back(chosen);
+    s.appt_count = 2;
+    *s.appt_row(1) = make_appt("03012026", "OLD");
+    s.day_tbl[1].day_time = QString("09:00");
+    s.cur_date = QDate(2020, 1, 1);
+    new_calendar(s, hooks);
+
+    Archive other;
+    EXPECT_EQ(other.members(chosen), QStringList{"work2605.cal"});
+    QByteArray stub("junk");
+    EXPECT_EQ(other.get(chosen, "work2605.cal", stub), 0);
+    EXPECT_TRUE(stub.isEmpty());
+    EXPECT_EQ(s.cal_path, chosen);
+    EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
+    EXPECT_TRUE(delete_enabled);
+    EXPECT_EQ(calls, QStringList({"enable_delete", "reset_counters", "rebuild_view"}));
+    EXPECT_EQ(s.day_tbl[1].day_time.str(), QString("40404"));
+    EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
+    EXPECT_EQ(s.appt_count, 2) << "the count stays as it was";
+    EXPECT_EQ(env->loose_files(), QStringList());
+    EXPECT_FALSE(QFile::exists(env->dir.filePath("work2605.cal")));
+}
+
+TEST_F(FileCommands, NewOnAnArchiveThatHasTheStubSaysItExists) {
+    const QString chosen = env->dir.filePath("work.cal");
+    s.archive.put(chosen, "work2605.cal", {});
+    s.cal_path = cal;
+    m.file_answers.push_back(chosen);
+    new_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "Cannot create new Calendar  ' " + chosen + "  '  already exists! ");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_EQ(s.cal_path, cal);
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_FALSE(QFile::exists(env->dir.filePath("work2605.cal")));
+}
+
+TEST_F(FileCommands, NewOnAnArchiveLackingTheStubAddsItAndOpensIt) {
+    const QString chosen = env->dir.filePath("work.cal");
+    s.archive.put(chosen, "work2604.cal", {});
+    s.archive.put(chosen, "c2604.cal", appt_line(make_appt("04012026", "KEPT")) + "\r\n");
+    m.file_answers.push_back(chosen);
+    new_calendar(s, hooks);
+    EXPECT_TRUE(m.messages().empty());
+    EXPECT_EQ(s.archive.members(chosen),
+              QStringList({"c2604.cal", "work2604.cal", "work2605.cal"}));
+    EXPECT_EQ(s.cal_path, chosen);
+}
+
+TEST_F(FileCommands, NewWithoutHooksStillMakesTheCalendar) {
+    const QString chosen = env->dir.filePath("bare.cal");
+    m.file_answers.push_back(chosen);
+    new_calendar(s, CalendarHooks{});
+    EXPECT_EQ(s.archive.members(chosen), QStringList{"bare2603.cal"});
+    EXPECT_EQ(s.cal_path, chosen);
+}
+
+TEST_F(FileCommands, OpenShowsAnOpenDialogForCalFiles) {
+    open_calendar(s, hooks);
+    ASSERT_NE(m.last(u"open"), nullptr);
+    EXPECT_EQ(m.last(u"open")->text, QString("cal Files (*.CAL)|*.cal"));
+}
+
+TEST_F(FileCommands, OpeningTheCalendarAlreadyOpenIsRefused) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    m.file_answers.push_back(cal);
+    open_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], QString("Calendar  already open "));
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_EQ(s.appt_count, 0);
+}
+
+TEST_F(FileCommands, OpeningAVanishedPathLeavesTheOldCalendar) {
+    s.cal_path = cal;
+    const QString gone = env->dir.filePath("gone.cal");
+    m.file_answers.push_back(gone);
+    open_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], gone + "\n" + " doesn't exist.  Check specified path and name.");
+    EXPECT_EQ(s.cal_path, cal);
+    EXPECT_TRUE(calls.isEmpty());
+    EXPECT_FALSE(QFile::exists(gone));
+}
+
+TEST_F(FileCommands, OpenLoadsTheMonthAndItsRemindersOfToday) {
+    const QString other = env->dir.filePath("other.cal");
+    s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n");
+    s.archive.put(other, "r2601.rmd", rmdr_line(make_rmdr("01/20/26", "OLD")) + "\r\n");
+    s.cal_path = cal;
+    s.cur_date = QDate(2025, 7, 1);
+    m.file_answers.push_back(other);
+    open_calendar(s, hooks);
+    EXPECT_TRUE(m.messages().empty());
+    EXPECT_EQ(s.cal_path, other);
+    EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("THERE"));
+    EXPECT_EQ(s.day_tbl[20].day_index.str(), QString("1 "));
+    ASSERT_EQ(s.rmdr_count, 1);
+    EXPECT_EQ(calls,
+              QStringList({"load_options", "reset_counters", "enable_delete", "rebuild_view"}));
+}
+
+TEST_F(FileCommands, DeleteWithoutACalendarTellsToOpenOne) {
+    delete_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], QString("You must Open a Calendar before you can delete"));
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_EQ(m.last(u"question"), nullptr);
+}
+
+TEST_F(FileCommands, DeleteAnsweredNoKeepsTheCalendar) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    m.answers.push_back(Answer::No);
+    delete_calendar(s, hooks);
+    ASSERT_NE(m.last(u"question"), nullptr);
+    EXPECT_EQ(m.last(u"question")->text,
+              "This will delete the current Calendar - " + cal + ".  OK?");
+    EXPECT_TRUE(QFile::exists(cal));
+    EXPECT_EQ(s.cal_path, cal);
+    EXPECT_TRUE(calls.isEmpty());
+}
+
+TEST_F(FileCommands, AfterDeleteTheCalendarIsGoneAndDeleteStaysDisabled) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    delete_enabled = true;
+    m.answers.push_back(Answer::Yes);
+    delete_calendar(s, hooks);
+
+    EXPECT_FALSE(QFile::exists(cal));
+    EXPECT_TRUE(s.cal_path.isEmpty());
+    EXPECT_FALSE(delete_enabled);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
+    EXPECT_EQ(s.day_tbl[1].day_time.str(), QString("40404"));
+    EXPECT_EQ(calls, QStringList({"disable_delete", "reset_counters", "rebuild_view"}));
+
+    calls.clear();
+    delete_calendar(s, hooks);
+    EXPECT_EQ(m.messages().back(), QString("You must Open a Calendar before you can delete"));
+    EXPECT_FALSE(delete_enabled);
+    EXPECT_TRUE(calls.isEmpty());
+}
+
+TEST_F(FileCommands, DeleteStaysDisabledUntilACalendarIsMade) {
+    s.cal_path = cal;
+    env->append_appt(make_appt("03012026", "A1"));
+    m.answers.push_back(Answer::Yes);
+    delete_calendar(s, hooks);
+    EXPECT_FALSE(delete_enabled);
+    m.file_answers.push_back(env->dir.filePath("fresh.cal"));
+    new_calendar(s, hooks);
+    EXPECT_TRUE(delete_enabled);
+}
+
+TEST_F(FileCommands, DeletedCalendarDoesNotComeBackThroughALaterLoad) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    m.answers.push_back(Answer::Yes);
+    delete_calendar(s, hooks);
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(s.appt_count, 0);
+    EXPECT_FALSE(QFile::exists(cal));
+}

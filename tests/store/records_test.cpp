@@ -1,5 +1,7 @@
 #include "store/records.h"
 
+#include "store_fixtures.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -10,7 +12,7 @@ using namespace orva;
 namespace {
 
 // Tables are large; keep them off the stack.
-struct RecordsTest : ::testing::Test {
+struct Records : ::testing::Test {
     std::unique_ptr<Tables> t = std::make_unique<Tables>();
 
     void SetUp() override { t->cur_date = QDate(2026, 3, 15); }
@@ -44,7 +46,7 @@ TEST(Fixed, KeepsEightBitCharactersAsOneByte) {
     EXPECT_EQ(f.str(), QString::fromLatin1("caf\xe9"));
 }
 
-TEST_F(RecordsTest, DayIndexKeepsTwoCharacters) {
+TEST_F(Records, DayIndexKeepsTwoCharacters) {
     t->appt_count = 122;
     t->appt_next = 122;
     load("03072026", "09:00");
@@ -53,12 +55,12 @@ TEST_F(RecordsTest, DayIndexKeepsTwoCharacters) {
     EXPECT_EQ(t->day_tbl[7].day_index.trimmed().toInt(), 12);
 }
 
-TEST_F(RecordsTest, DayIndexOfASingleDigitRowIsLeftJustified) {
+TEST_F(Records, DayIndexOfASingleDigitRowIsLeftJustified) {
     load("03072026", "09:00");
     EXPECT_EQ(day_index(7), QString("1 "));
 }
 
-TEST_F(RecordsTest, MonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
+TEST_F(Records, MonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
     t->clear_days();
     load("04072026", "09:00"); // April is not the month in view
     for (int d = 1; d <= day_limit; ++d) {
@@ -69,14 +71,14 @@ TEST_F(RecordsTest, MonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
     EXPECT_EQ(t->appt_count, 1);
 }
 
-TEST_F(RecordsTest, TieAtNineKeepsTheFirstLoaded) {
+TEST_F(Records, TieAtNineKeepsTheFirstLoaded) {
     load("03102026", "09:00", "First");
     load("03102026", "09:00", "Second");
     EXPECT_EQ(day_index(10), QString("1 "));
     EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("First"));
 }
 
-TEST_F(RecordsTest, LaterLoadedEarlierTimeReplacesTheDay) {
+TEST_F(Records, LaterLoadedEarlierTimeReplacesTheDay) {
     load("03102026", "09:00", "First");
     load("03102026", "09:00", "Second");
     load("03102026", "08:30", "Third");
@@ -85,39 +87,39 @@ TEST_F(RecordsTest, LaterLoadedEarlierTimeReplacesTheDay) {
     EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Third"));
 }
 
-TEST_F(RecordsTest, UntimedCountsAsMidnightAndBeatsTimedLoadedBefore) {
+TEST_F(Records, UntimedCountsAsMidnightAndBeatsTimedLoadedBefore) {
     load("03102026", "07:00");
     load("03102026", "");
     EXPECT_EQ(day_time(10), QString("00:00"));
     EXPECT_EQ(day_index(10), QString("2 "));
 }
 
-TEST_F(RecordsTest, UntimedBeatsTimedLoadedAfter) {
+TEST_F(Records, UntimedBeatsTimedLoadedAfter) {
     load("03102026", "");
     load("03102026", "06:00");
     EXPECT_EQ(day_time(10), QString("00:00"));
     EXPECT_EQ(day_index(10), QString("1 "));
 }
 
-TEST_F(RecordsTest, UntimedDoesNotBeatAnEarlierLoadedMidnight) {
+TEST_F(Records, UntimedDoesNotBeatAnEarlierLoadedMidnight) {
     load("03102026", "00:00");
     load("03102026", "");
     EXPECT_EQ(day_index(10), QString("1 "));
 }
 
-TEST_F(RecordsTest, DayTimesCompareByValueNotByText) {
+TEST_F(Records, DayTimesCompareByValueNotByText) {
     load("03102026", "10:00");
     load("03102026", "9:30");
     EXPECT_EQ(day_time(10), QString("09:30"));
     EXPECT_EQ(day_index(10), QString("2 "));
 }
 
-TEST_F(RecordsTest, DayWithoutTypeShowsAlarm) {
+TEST_F(Records, DayWithoutTypeShowsAlarm) {
     load("03102026", "09:00", "");
     EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Alarm"));
 }
 
-TEST_F(RecordsTest, DayNumberOutsideTheMonthLeavesDaysUnsummarisedAndLoadGoesOn) {
+TEST_F(Records, DayNumberOutsideTheMonthLeavesDaysUnsummarisedAndLoadGoesOn) {
     load("03002026", "09:00");
     load("03322026", "09:00");
     load("03052026", "09:00");
@@ -127,44 +129,47 @@ TEST_F(RecordsTest, DayNumberOutsideTheMonthLeavesDaysUnsummarisedAndLoadGoesOn)
         if (d != 5) EXPECT_EQ(day_time(d), QString("40404")) << "day " << d;
 }
 
-TEST_F(RecordsTest, ClearApptsCoversOnlyRowsUpToTheOldCount) {
-    for (int i = 0; i < 5; ++i) load("03102026", "09:00");
+TEST_F(Records, ClearApptsCoversOnlyRowsUpToTheOldCount) {
+    for (int i = 0; i < 5; ++i)
+        load("03102026", "09:00");
     t->appt_count = 3;
     t->clear_appts();
-    for (int r = 1; r <= 3; ++r) EXPECT_TRUE(t->appt_row(r)->appt_date.is_blank()) << r;
+    for (int r = 1; r <= 3; ++r)
+        EXPECT_TRUE(t->appt_row(r)->appt_date.is_blank()) << r;
     EXPECT_EQ(t->appt_row(4)->appt_date.str(), QString("03102026"));
     EXPECT_EQ(t->appt_row(5)->appt_date.str(), QString("03102026"));
     EXPECT_EQ(t->appt_count, 3);
 }
 
-TEST_F(RecordsTest, AgainCountPastNineTakesBothCharacters) {
+TEST_F(Records, AgainCountPastNineTakesBothCharacters) {
     t->cur.cur_again_count = 10;
     t->add_rmdr_row();
     EXPECT_EQ(t->rmdr_row(1)->rmdr_again_count.str(), QString("10"));
 }
 
-TEST_F(RecordsTest, AgainCountPastNinetyNineIsCut) {
+TEST_F(Records, AgainCountPastNinetyNineIsCut) {
     t->cur.cur_again_count = 123;
     t->add_rmdr_row();
     EXPECT_EQ(t->rmdr_row(1)->rmdr_again_count.str(), QString("12"));
 }
 
-TEST_F(RecordsTest, RowPastTheLimitIsNotStoredButCounted) {
-    for (int i = 0; i < appt_limit + 1; ++i) load("04012026", "09:00");
+TEST_F(Records, RowPastTheLimitIsNotStoredButCounted) {
+    for (int i = 0; i < appt_limit + 1; ++i)
+        load("04012026", "09:00");
     EXPECT_EQ(t->appt_count, 6001);
     EXPECT_EQ(t->appt_row(6001), nullptr);
     ASSERT_NE(t->appt_row(6000), nullptr);
     EXPECT_EQ(t->appt_row(6000)->appt_date.str(), QString("04012026"));
 }
 
-TEST_F(RecordsTest, ReminderRowPastTheLimitIsNotStoredButCounted) {
+TEST_F(Records, ReminderRowPastTheLimitIsNotStoredButCounted) {
     t->rmdr_count = rmdr_limit;
     t->add_rmdr_row();
     EXPECT_EQ(t->rmdr_count, 4501);
     EXPECT_EQ(t->rmdr_row(4501), nullptr);
 }
 
-TEST_F(RecordsTest, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
+TEST_F(Records, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
     appt_rec a;
     a.appt_rem_lead = QString("30");
     t->appt_to_cur(a);
@@ -174,7 +179,7 @@ TEST_F(RecordsTest, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
     EXPECT_EQ(t->cur.cur_rem_lead, 30);
 }
 
-TEST_F(RecordsTest, NumberFieldComesBackLeftJustified) {
+TEST_F(Records, NumberFieldComesBackLeftJustified) {
     appt_rec a;
     a.appt_occurs_every = QString("07");
     t->appt_to_cur(a);
@@ -183,13 +188,14 @@ TEST_F(RecordsTest, NumberFieldComesBackLeftJustified) {
     EXPECT_EQ(t->appt_row(1)->appt_occurs_every.str(), QString("7 "));
 }
 
-TEST_F(RecordsTest, ReminderLineTravelsThroughTheAppointmentMembers) {
+TEST_F(Records, ReminderLineTravelsThroughTheAppointmentMembers) {
     rmdr_rec r;
     r.rmdr_date = QString("04/01/26");
     r.rmdr_appt_date = QString("04022026");
     r.rmdr_id = QString("150900000123");
     r.rmdr_fired = QString("T");
     r.rmdr_anim = QString("3 ");
+    r.rmdr_again_count = QString("2 ");
     t->rmdr_to_cur(r);
     EXPECT_EQ(t->cur.cur_appt_date, QString("04/01/26"));
     EXPECT_EQ(t->cur.cur_rmdr_appt_date, QString("04022026"));
@@ -231,17 +237,17 @@ TEST_P(DateText, TurnsIntoTheDateAndNamesItsMember) {
 
 INSTANTIATE_TEST_SUITE_P(
     Records, DateText,
-    ::testing::Values(
-        DateCase{"MidMarch", "03152026", false, QDate(2026, 3, 15), "2603"},
-        DateCase{"LeapDay", "02292024", false, QDate(2024, 2, 29), "2402"},
-        DateCase{"NoLeapDayIsInvalid", "02292025", false, QDate(), "2502"},
-        DateCase{"LastDayOfCentury", "12312099", false, QDate(2099, 12, 31), "9912"},
-        DateCase{"MonthThirteenIsInvalid", "13012026", false, QDate(), "2613"},
-        DateCase{"ShortMidMarch", "03/15/26", true, QDate(2026, 3, 15), "2603"},
-        DateCase{"ShortCenturyIsAlwaysTwenty", "12/31/99", true, QDate(2099, 12, 31), "9912"},
-        DateCase{"ShortYearZero", "01/01/00", true, QDate(2000, 1, 1), "0001"},
-        DateCase{"ShortNovember", "11/02/25", true, QDate(2025, 11, 2), "2511"},
-        DateCase{"BlankIsInvalid", "        ", false, QDate(), "  "}),
+    ::testing::Values(DateCase{"MidMarch", "03152026", false, QDate(2026, 3, 15), "2603"},
+                      DateCase{"LeapDay", "02292024", false, QDate(2024, 2, 29), "2402"},
+                      DateCase{"NoLeapDayIsInvalid", "02292025", false, QDate(), "2502"},
+                      DateCase{"LastDayOfCentury", "12312099", false, QDate(2099, 12, 31), "9912"},
+                      DateCase{"MonthThirteenIsInvalid", "13012026", false, QDate(), "2613"},
+                      DateCase{"ShortMidMarch", "03/15/26", true, QDate(2026, 3, 15), "2603"},
+                      DateCase{"ShortCenturyIsAlwaysTwenty", "12/31/99", true, QDate(2099, 12, 31),
+                               "9912"},
+                      DateCase{"ShortYearZero", "01/01/00", true, QDate(2000, 1, 1), "0001"},
+                      DateCase{"ShortNovember", "11/02/25", true, QDate(2025, 11, 2), "2511"},
+                      DateCase{"BlankIsInvalid", "        ", false, QDate(), "    "}),
     [](const ::testing::TestParamInfo<DateCase>& i) { return std::string(i.param.name); });
 
 TEST(Yymm, IsTwoDigitYearThenMonth) {

@@ -8,6 +8,13 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <ostream>
+
+// Lets a failing EXPECT_EQ on texts show the texts.
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
+
 namespace orva::testing {
 
 // An appointment occurrence on "mmddyyyy" with the given key and start time.
@@ -69,7 +76,8 @@ struct StoreEnv {
 
     // Loose member copies and temporary files left in the application folder.
     QStringList loose_files() const {
-        static const QRegularExpression loose(QStringLiteral(R"(^(c\d{4}\.cal|r\d{4}\.rmd|.*\.tmp)$)"));
+        static const QRegularExpression loose(
+            QStringLiteral(R"(^(c\d{4}\.cal|r\d{4}\.rmd|.*\.tmp)$)"));
         QStringList out = QDir(dir.path()).entryList(QDir::Files);
         out.removeIf([](const QString& n) { return !loose.match(n).hasMatch(); });
         return out;
