@@ -226,10 +226,14 @@ int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QSt
                   const QString& key) {
     const bool appts = kind == MemberKind::appointments;
     QString path;
-    if (appts)
-        extract_appt_member(s, cal_file, path, yymm);
-    else
-        extract_rmdr_member(s, cal_file, path, yymm);
+    const int extracted = appts ? extract_appt_member(s, cal_file, path, yymm)
+                                : extract_rmdr_member(s, cal_file, path, yymm);
+    // A member that could not be read must not be taken for an empty one:
+    // the rewrite below would remove it with every line it holds.
+    if (extracted != err::none) {
+        QFile::remove(path);
+        return 0;
+    }
 
     QTemporaryFile temp(s.loose(QStringLiteral("orvaXXXXXX.tmp")));
     temp.open();

@@ -264,6 +264,15 @@ TEST_F(CalendarFile, DeleteByKeyOnAMissingMonthChangesNothing) {
     EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"});
 }
 
+TEST_F(CalendarFile, DeleteByKeyLeavesAMemberItCouldNotReadUntouched) {
+    env->append_appt(make_appt("03062026", "GONE"));
+    // No folder for the loose copy: the extract fails, which is no empty month.
+    s.app_path = s.app_path + "/missing";
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 0);
+    EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"});
+    EXPECT_EQ(member("c2603.cal").size(), 477);
+}
+
 TEST_F(CalendarFile, DeleteByKeyMatchesTheWholeKeyNotAPrefix) {
     env->append_appt(make_appt("03062026", "150900001234"));
     EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "1509"), 1);
