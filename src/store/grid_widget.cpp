@@ -333,8 +333,14 @@ void GridWidget::apply_spans() {
     const int hr = model_->header_rows(), hc = model_->header_cols();
     std::vector<char> merge_col(cols), merge_row(rows);
     bool any = false;
-    for (int c = 0; c < cols; ++c) any |= bool(merge_col[c] = g.MergeCol(c));
-    for (int r = 0; r < rows; ++r) any |= bool(merge_row[r] = g.MergeRow(r));
+    for (int c = 0; c < cols; ++c) {
+        merge_col[c] = g.MergeCol(c);
+        any = any || merge_col[c];
+    }
+    for (int r = 0; r < rows; ++r) {
+        merge_row[r] = g.MergeRow(r);
+        any = any || merge_row[r];
+    }
     if (!any) return;
     std::vector<char> covered(size_t(rows) * cols);
     for (int r = hr; r < rows; ++r) {
@@ -374,6 +380,7 @@ void GridWidget::apply_scroll() {
         const QModelIndex idx = model_->index(std::max(grid_->shown_row() - hr, 0),
                                               std::max(grid_->shown_col() - hc, 0));
         if (idx.isValid()) scrollTo(idx, EnsureVisible);
+        qDebug("ensure %d %d valid %d sb %d", idx.row(), idx.column(), idx.isValid(), verticalScrollBar()->value());
     } else {
         const QModelIndex idx =
             model_->index(grid_->TopRow() - hr, std::max(columnAt(0), 0));

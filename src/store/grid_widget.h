@@ -29,6 +29,9 @@ public:
     // key it does not know, cells show no picture.
     void set_picture_provider(PictureProvider provider);
 
+    // Whether a cell editor is open.
+    bool is_editing() const { return state() == EditingState; }
+
     // Applies pending grid changes now rather than on the next event-loop turn.
     void refresh();
 
