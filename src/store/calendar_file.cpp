@@ -304,6 +304,8 @@ void new_calendar(Shared& s, const CalendarHooks& h) {
         QFile::remove(stub);
         return;
     }
+    // The stub and the options member the rebuild saves land together.
+    Archive::Command command(s.archive, chosen);
     {
         QFile f(stub);
         f.open(QIODevice::WriteOnly | QIODevice::NewOnly);
@@ -336,6 +338,8 @@ void open_calendar(Shared& s, const CalendarHooks& h) {
 
     s.cal_path = chosen;
     s.cur_date = today();
+    // Options repaired or defaulted on open are written in one go.
+    Archive::Command command(s.archive, chosen);
     call(h.load_options);
     call(h.reset_counters);
     s.clear_days();
