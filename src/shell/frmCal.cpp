@@ -14,6 +14,9 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+// Resources of a static library are registered by hand.
+static void init_resources() { Q_INIT_RESOURCE(orvacal); }
+
 namespace orva {
 namespace {
 
@@ -30,6 +33,7 @@ QScreen* screen_of(const QWidget* w) {
 } // namespace
 
 frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state) {
+    init_resources();
     setObjectName(QStringLiteral("frmCal"));
     setWindowTitle(QStringLiteral("Orva Calendar"));
     setWindowIcon(QIcon::fromTheme(QStringLiteral("x-office-calendar"),
@@ -101,7 +105,15 @@ CalendarHooks frmCal::calendar_hooks() {
 bool frmCal::start(SingleInstance& instance) {
     if (!Form_Load(s_, *this, instance)) return false;
     started_ = true;
-    if (!hidden_to_tray_) show();
+    if (!hidden_to_tray_) {
+        // The stored numbers describe the outer frame, whose margins are known
+        // only once the window is on screen: place it again after showing.
+        const bool was_moving = s_.startup_move;
+        s_.startup_move = true;
+        show();
+        if (window_state() == 0 && placed_.isValid()) move_to(placed_);
+        s_.startup_move = was_moving;
+    }
     return true;
 }
 
@@ -158,6 +170,7 @@ QRect frmCal::frame() const {
 }
 
 void frmCal::move_to(const QRect& r) {
+    placed_ = r;
     // The numbers describe the outer frame; Qt sizes the inside.
     const QSize extra = frameGeometry().size() - geometry().size();
     move(to_px_x(r.left()), to_px_y(r.top()));

@@ -80,6 +80,7 @@ private:
     bool ended_ = false;
     bool started_ = false;
     bool hidden_to_tray_ = false;
+    QRect placed_; // the last placement asked for, in twips
 };
 
 } // namespace orva

@@ -53,9 +53,13 @@ Grid::Attrs& Grid::CellData::attrs() {
 
 namespace {
 
-bool valid_align(int a) { return a >= int(Align::LeftTop) && a <= int(Align::General); }
+bool valid_align(int a) {
+    return a >= int(Align::LeftTop) && a <= int(Align::General);
+}
 
-Color to_color(const QVariant& v) { return Color(v.toLongLong() & 0xFFFFFF); }
+Color to_color(const QVariant& v) {
+    return Color(v.toLongLong() & 0xFFFFFF);
+}
 
 // Without a view the width of a text is guessed from its point size: an
 // average glyph is a little over half an em, and a point is 20 twips.
@@ -74,8 +78,7 @@ Grid::Grid(int rows, int cols) {
 
 Grid::Grid(const Grid& o)
     : s_(o.s_), top_row_(o.top_row_), left_col_(o.left_col_), shown_row_(o.shown_row_),
-      shown_col_(o.shown_col_), redraw_(o.redraw_), tool_tip_(o.tool_tip_),
-      measure_(o.measure_) {}
+      shown_col_(o.shown_col_), redraw_(o.redraw_), tool_tip_(o.tool_tip_), measure_(o.measure_) {}
 
 Grid& Grid::operator=(const Grid& o) {
     if (this == &o) return *this;
@@ -148,8 +151,12 @@ void Grid::fix_cursor(State& st) {
 
 // --- size and cursor ----------------------------------------------------
 
-int Grid::Rows() const { return s_.rows; }
-int Grid::Cols() const { return s_.cols; }
+int Grid::Rows() const {
+    return s_.rows;
+}
+int Grid::Cols() const {
+    return s_.cols;
+}
 
 void Grid::setRows(int n) {
     if (n < 0) return fail(err::bad_value);
@@ -167,10 +174,18 @@ void Grid::setCols(int n) {
     touch();
 }
 
-int Grid::Row() const { return s_.row; }
-int Grid::Col() const { return s_.col; }
-int Grid::RowSel() const { return s_.row_sel; }
-int Grid::ColSel() const { return s_.col_sel; }
+int Grid::Row() const {
+    return s_.row;
+}
+int Grid::Col() const {
+    return s_.col;
+}
+int Grid::RowSel() const {
+    return s_.row_sel;
+}
+int Grid::ColSel() const {
+    return s_.col_sel;
+}
 
 void Grid::setRow(int r) {
     if (r < 0 || r >= s_.rows) return fail(err::subscript);
@@ -184,7 +199,9 @@ void Grid::setCol(int c) {
     touch();
 }
 
-void Grid::Select(int row, int col) { Select(row, col, row, col); }
+void Grid::Select(int row, int col) {
+    Select(row, col, row, col);
+}
 
 void Grid::Select(int row, int col, int rowsel, int colsel) {
     if (!in_range(row, col) || !in_range(rowsel, colsel)) return fail(err::subscript);
@@ -195,8 +212,12 @@ void Grid::Select(int row, int col, int rowsel, int colsel) {
     touch();
 }
 
-int Grid::FixedRows() const { return s_.fixed_rows; }
-int Grid::FixedCols() const { return s_.fixed_cols; }
+int Grid::FixedRows() const {
+    return s_.fixed_rows;
+}
+int Grid::FixedCols() const {
+    return s_.fixed_cols;
+}
 
 void Grid::setFixedRows(int n) {
     if (n < 0) return fail(err::bad_value);
@@ -373,7 +394,8 @@ void Grid::AddItem(const QString& tabbed, int row) {
     s_.merge_row.insert(s_.merge_row.begin() + row, 0);
     ++s_.rows;
     const QStringList pieces = tabbed.split(QLatin1Char('\t'));
-    for (int c = 0; c < cols && c < pieces.size(); ++c) at(row, c).text = pieces[c];
+    for (int c = 0; c < cols && c < pieces.size(); ++c)
+        at(row, c).text = pieces[c];
     fix_cursor(s_);
     touch();
 }
@@ -408,9 +430,12 @@ void Grid::setFormatString(const QString& fs) {
     for (int c = 0; c < parts.size(); ++c) {
         QString text = parts[c];
         std::optional<Align> a;
-        if (text.startsWith(QLatin1Char('^'))) a = Align::CenterCenter;
-        else if (text.startsWith(QLatin1Char('<'))) a = Align::LeftCenter;
-        else if (text.startsWith(QLatin1Char('>'))) a = Align::RightCenter;
+        if (text.startsWith(QLatin1Char('^')))
+            a = Align::CenterCenter;
+        else if (text.startsWith(QLatin1Char('<')))
+            a = Align::LeftCenter;
+        else if (text.startsWith(QLatin1Char('>')))
+            a = Align::RightCenter;
         if (a) {
             text.remove(0, 1);
             s_.col_align[c] = int(*a);
@@ -436,7 +461,13 @@ void Grid::setColAlignment(int col, Align a) {
     touch();
 }
 
-void Grid::Sort(SortOrder order, int col) { Sort(order, col, col); }
+void Grid::Sort(SortOrder order, int col) {
+    Sort(order, col, col);
+}
+
+void Grid::Sort(SortOrder order) {
+    Sort(order, s_.col, s_.col_sel);
+}
 
 void Grid::Sort(SortOrder order, int col1, int col2) {
     if (col1 > col2) std::swap(col1, col2);
@@ -487,7 +518,8 @@ void Grid::sort_rows(SortOrder order, int col1, int col2) {
     std::vector<char> hidden(n), merge(n);
     for (int i = 0; i < n; ++i) {
         const int src = order_of[i];
-        for (int c = 0; c < cols; ++c) moved[size_t(i) * cols + c] = std::move(at(src, c));
+        for (int c = 0; c < cols; ++c)
+            moved[size_t(i) * cols + c] = std::move(at(src, c));
         heights[i] = s_.row_height[src];
         hidden[i] = s_.row_hidden[src];
         merge[i] = s_.merge_row[src];
@@ -558,7 +590,9 @@ void Grid::setColHidden(int col, bool hidden) {
     touch();
 }
 
-int Grid::TopRow() const { return std::max(top_row_, s_.fixed_rows); }
+int Grid::TopRow() const {
+    return std::max(top_row_, s_.fixed_rows);
+}
 
 void Grid::setTopRow(int row) {
     if (row < 0 || row >= s_.rows) return fail(err::subscript);
@@ -570,7 +604,9 @@ void Grid::setTopRow(int row) {
     touch();
 }
 
-int Grid::LeftCol() const { return std::max(left_col_, s_.fixed_cols); }
+int Grid::LeftCol() const {
+    return std::max(left_col_, s_.fixed_cols);
+}
 
 void Grid::ShowCell(int row, int col) {
     if (!check(row, col)) return;
@@ -594,11 +630,14 @@ int Grid::RowPos(int row) const {
     }
     auto h = [this](int r) { return s_.row_hidden[r] ? 0 : RowHeight(r); };
     int pos = 0;
-    for (int r = 0; r < s_.fixed_rows && r < row; ++r) pos += h(r);
+    for (int r = 0; r < s_.fixed_rows && r < row; ++r)
+        pos += h(r);
     if (row < s_.fixed_rows) return pos;
     const int top = TopRow();
-    for (int r = top; r < row; ++r) pos += h(r);
-    for (int r = row; r < top; ++r) pos -= h(r);
+    for (int r = top; r < row; ++r)
+        pos += h(r);
+    for (int r = row; r < top; ++r)
+        pos -= h(r);
     return pos;
 }
 
@@ -609,15 +648,20 @@ int Grid::ColPos(int col) const {
     }
     auto w = [this](int c) { return s_.col_hidden[c] ? 0 : ColWidth(c); };
     int pos = 0;
-    for (int c = 0; c < s_.fixed_cols && c < col; ++c) pos += w(c);
+    for (int c = 0; c < s_.fixed_cols && c < col; ++c)
+        pos += w(c);
     if (col < s_.fixed_cols) return pos;
     const int left = LeftCol();
-    for (int c = left; c < col; ++c) pos += w(c);
-    for (int c = col; c < left; ++c) pos -= w(c);
+    for (int c = left; c < col; ++c)
+        pos += w(c);
+    for (int c = col; c < left; ++c)
+        pos -= w(c);
     return pos;
 }
 
-void Grid::set_measure(Measure m) { measure_ = std::move(m); }
+void Grid::set_measure(Measure m) {
+    measure_ = std::move(m);
+}
 
 void Grid::AutoSize(int col1, int col2) {
     if (col2 < 0) col2 = col1;
@@ -642,7 +686,9 @@ void Grid::AutoSize(int col1, int col2) {
 
 // --- merging and borders ---------------------------------------------------
 
-MergeMode Grid::MergeCells() const { return s_.merge; }
+MergeMode Grid::MergeCells() const {
+    return s_.merge;
+}
 
 void Grid::setMergeCells(MergeMode m) {
     s_.merge = m;
@@ -704,16 +750,20 @@ bool Grid::merges_right(int row, int col) const {
 Grid::Span Grid::merged_range(int row, int col) const {
     if (!check(row, col)) return {row, col, row, col};
     int r1 = row, r2 = row;
-    while (merges_down(r1 - 1, col)) --r1;
-    while (merges_down(r2, col)) ++r2;
+    while (merges_down(r1 - 1, col))
+        --r1;
+    while (merges_down(r2, col))
+        ++r2;
     if (r1 != r2) return {r1, col, r2, col};
     // A cell already in a vertical block cannot also join a horizontal one:
     // the blocks a view draws must not overlap.
     auto upright = [this](int r, int c) { return merges_down(r - 1, c) || merges_down(r, c); };
     auto joins = [&](int c) { return merges_right(row, c) && !upright(row, c + 1); };
     int c1 = col, c2 = col;
-    while (c1 > 0 && joins(c1 - 1)) --c1;
-    while (joins(c2)) ++c2;
+    while (c1 > 0 && joins(c1 - 1))
+        --c1;
+    while (joins(c2))
+        ++c2;
     return {row, c1, row, c2};
 }
 
@@ -746,53 +796,73 @@ CellBorderSpec Grid::border(int row, int col) const {
 
 // --- grid-wide appearance --------------------------------------------------
 
-Color Grid::BackColor() const { return s_.back; }
+Color Grid::BackColor() const {
+    return s_.back;
+}
 void Grid::setBackColor(Color c) {
     s_.back = c & 0xFFFFFF;
     touch();
 }
-Color Grid::ForeColor() const { return s_.fore; }
+Color Grid::ForeColor() const {
+    return s_.fore;
+}
 void Grid::setForeColor(Color c) {
     s_.fore = c & 0xFFFFFF;
     touch();
 }
-Color Grid::BackColorFixed() const { return s_.back_fixed; }
+Color Grid::BackColorFixed() const {
+    return s_.back_fixed;
+}
 void Grid::setBackColorFixed(Color c) {
     s_.back_fixed = c & 0xFFFFFF;
     touch();
 }
-Color Grid::ForeColorFixed() const { return s_.fore_fixed; }
+Color Grid::ForeColorFixed() const {
+    return s_.fore_fixed;
+}
 void Grid::setForeColorFixed(Color c) {
     s_.fore_fixed = c & 0xFFFFFF;
     touch();
 }
-Color Grid::GridColor() const { return s_.grid_color; }
+Color Grid::GridColor() const {
+    return s_.grid_color;
+}
 void Grid::setGridColor(Color c) {
     s_.grid_color = c & 0xFFFFFF;
     touch();
 }
-QString Grid::FontName() const { return s_.font_name; }
+QString Grid::FontName() const {
+    return s_.font_name;
+}
 void Grid::setFontName(const QString& n) {
     s_.font_name = n;
     touch();
 }
-double Grid::FontSize() const { return s_.font_size; }
+double Grid::FontSize() const {
+    return s_.font_size;
+}
 void Grid::setFontSize(double pt) {
     if (pt <= 0) return fail(err::bad_value);
     s_.font_size = pt;
     touch();
 }
-bool Grid::FontBold() const { return s_.font_bold; }
+bool Grid::FontBold() const {
+    return s_.font_bold;
+}
 void Grid::setFontBold(bool b) {
     s_.font_bold = b;
     touch();
 }
-bool Grid::FontItalic() const { return s_.font_italic; }
+bool Grid::FontItalic() const {
+    return s_.font_italic;
+}
 void Grid::setFontItalic(bool b) {
     s_.font_italic = b;
     touch();
 }
-bool Grid::Editable() const { return s_.editable; }
+bool Grid::Editable() const {
+    return s_.editable;
+}
 void Grid::setEditable(bool e) {
     s_.editable = e;
     touch();
@@ -800,7 +870,9 @@ void Grid::setEditable(bool e) {
 
 // --- drawing -------------------------------------------------------------
 
-int Grid::Redraw() const { return redraw_; }
+int Grid::Redraw() const {
+    return redraw_;
+}
 
 void Grid::setRedraw(int mode) {
     const bool was_on = redraw_ != 0;
@@ -810,7 +882,9 @@ void Grid::setRedraw(int mode) {
     if (changed_) changed_();
 }
 
-void Grid::set_changed_hook(std::function<void()> hook) { changed_ = std::move(hook); }
+void Grid::set_changed_hook(std::function<void()> hook) {
+    changed_ = std::move(hook);
+}
 
 // --- files -----------------------------------------------------------------
 
@@ -826,7 +900,8 @@ struct GridFile {
 
     static QVariant data_from(const QJsonObject& o) {
         QVariant v(o.value(QStringLiteral("value")).toString());
-        const QMetaType t = QMetaType::fromName(o.value(QStringLiteral("type")).toString().toUtf8());
+        const QMetaType t =
+            QMetaType::fromName(o.value(QStringLiteral("type")).toString().toUtf8());
         if (t.isValid() && t.id() != QMetaType::QString) {
             QVariant converted = v;
             if (converted.convert(t)) return converted;
@@ -836,7 +911,8 @@ struct GridFile {
 
     static QJsonArray int_array(const std::vector<int>& v) {
         QJsonArray a;
-        for (int x : v) a.append(x);
+        for (int x : v)
+            a.append(x);
         return a;
     }
 
@@ -1023,9 +1099,9 @@ struct GridFile {
             if (has("border")) {
                 const QJsonArray b = val("border").toArray();
                 if (b.size() != 5) return false;
-                cd.attrs().border = CellBorderSpec{Color(b.at(0).toInteger() & 0xFFFFFF),
-                                                   b.at(1).toInt(), b.at(2).toInt(),
-                                                   b.at(3).toInt(), b.at(4).toInt()};
+                cd.attrs().border =
+                    CellBorderSpec{Color(b.at(0).toInteger() & 0xFFFFFF), b.at(1).toInt(),
+                                   b.at(2).toInt(), b.at(3).toInt(), b.at(4).toInt()};
             }
         }
         for (Grid::CellData& cd : next.cells)

@@ -16,9 +16,15 @@ using Color = quint32;
 constexpr Color rgb(int r, int g, int b) {
     return Color(r & 0xFF) | (Color(g & 0xFF) << 8) | (Color(b & 0xFF) << 16);
 }
-constexpr int red_of(Color c) { return int(c & 0xFF); }
-constexpr int green_of(Color c) { return int((c >> 8) & 0xFF); }
-constexpr int blue_of(Color c) { return int((c >> 16) & 0xFF); }
+constexpr int red_of(Color c) {
+    return int(c & 0xFF);
+}
+constexpr int green_of(Color c) {
+    return int((c >> 8) & 0xFF);
+}
+constexpr int blue_of(Color c) {
+    return int((c >> 16) & 0xFF);
+}
 
 // Cell and picture alignments, numbered as the grid's callers store them.
 enum class Align : int {
@@ -44,7 +50,7 @@ enum class CellSetting {
     PictureAlignment, // Align
     Alignment,        // Align of the text
     FontName,
-    FontSize,         // points, double
+    FontSize, // points, double
     FontBold,
     FontItalic,
     FontUnderline,
@@ -52,10 +58,22 @@ enum class CellSetting {
 
 // How equal neighbouring texts merge; only the rows and columns switched on
 // with MergeRow / MergeCol take part.
-enum class MergeMode { Never = 0, Free = 1, RestrictRows = 2, RestrictColumns = 3, RestrictAll = 4 };
+enum class MergeMode {
+    Never = 0,
+    Free = 1,
+    RestrictRows = 2,
+    RestrictColumns = 3,
+    RestrictAll = 4
+};
 
-enum class SortOrder { GenericAscending = 1, GenericDescending = 2, NumericAscending = 3,
-                       NumericDescending = 4, StringAscending = 7, StringDescending = 8 };
+enum class SortOrder {
+    GenericAscending = 1,
+    GenericDescending = 2,
+    NumericAscending = 3,
+    NumericDescending = 4,
+    StringAscending = 7,
+    StringDescending = 8
+};
 
 // What SaveGrid / LoadGrid carry.
 enum class GridSave { All = 0, Contents = 1, Format = 2 };
@@ -68,14 +86,13 @@ struct CellBorderSpec {
     bool operator==(const CellBorderSpec&) const = default;
 };
 
-
 // The headless table of the grid layer: one text per cell plus per-cell
 // formatting, rows and columns counted from 0. Every planner computes into one
 // of these; a GridWidget only renders it. No operation throws or aborts: a bad
 // argument leaves error() set and the grid as it was. A copy carries contents,
 // format and cursor but not the view hook: it is not shown anywhere.
 class Grid {
-public:
+  public:
     Grid(int rows = 0, int cols = 0);
     Grid(const Grid& other);
     Grid& operator=(const Grid& other); // keeps this grid's hook and tells its view
@@ -137,6 +154,7 @@ public:
     // String is case-sensitive.
     void Sort(SortOrder order, int col);
     void Sort(SortOrder order, int col1, int col2); // by col1, then col1 + 1 ... col2
+    void Sort(SortOrder order);                     // by the selected columns, Col() to ColSel()
 
     // --- geometry (twips; -1 means the default size) --------------------
     // Reads give the width in effect, so never -1.
@@ -148,9 +166,9 @@ public:
     void setRowHidden(int row, bool hidden);
     bool ColHidden(int col) const;
     void setColHidden(int col, bool hidden);
-    int TopRow() const; // first scrollable row shown; set by ShowCell too
+    int TopRow() const;      // first scrollable row shown; set by ShowCell too
     void setTopRow(int row); // drops an earlier ShowCell request
-    int LeftCol() const; // first scrollable column shown, as the view reports it
+    int LeftCol() const;     // first scrollable column shown, as the view reports it
     // Asks the view to scroll the cell into view; the request is kept.
     void ShowCell(int row, int col);
     int shown_row() const { return shown_row_; }
@@ -168,8 +186,8 @@ public:
     // How AutoSize measures a text: width in twips. A view installs one that
     // knows the screen's fonts; without it a rough estimate from the point
     // size serves.
-    using Measure = std::function<int(const QString& text, const QString& font_name,
-                                      double points, bool bold, bool italic)>;
+    using Measure = std::function<int(const QString& text, const QString& font_name, double points,
+                                      bool bold, bool italic)>;
     void set_measure(Measure m);
     static constexpr int default_col_width = 1000; // twips
     static constexpr int default_row_height = 255;
@@ -261,7 +279,7 @@ public:
     void set_changed_hook(std::function<void()> hook);
     quint64 version() const { return version_; } // moves on every change
 
-private:
+  private:
     struct Attrs;
     struct CellData {
         QString text;
@@ -286,7 +304,7 @@ private:
         QString font_name = QStringLiteral("DejaVu Sans");
         double font_size = 9;
         bool font_bold = false, font_italic = false;
-        std::vector<CellData> cells; // row-major, rows x cols
+        std::vector<CellData> cells;            // row-major, rows x cols
         std::vector<int> col_width, row_height; // -1 default
         std::vector<char> row_hidden, col_hidden, merge_row, merge_col;
         std::vector<int> col_align; // Align, General by default

@@ -34,7 +34,9 @@ Qt::Alignment qt_alignment(Align a, const QString& text) {
     return (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
-QColor qt_color(Color c) { return QColor(red_of(c), green_of(c), blue_of(c)); }
+QColor qt_color(Color c) {
+    return QColor(red_of(c), green_of(c), blue_of(c));
+}
 
 GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {}
 
@@ -90,8 +92,8 @@ QVariant GridModel::cell_data(int r, int c, int role) const {
         return f;
     }
     case Qt::TextAlignmentRole:
-        return int(qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()),
-                                g.TextMatrix(r, c)));
+        return int(
+            qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), g.TextMatrix(r, c)));
     case PictureKeyRole:
         return g.Cell(CellSetting::Picture, r, c);
     case PictureAlignmentRole:
@@ -105,7 +107,9 @@ QVariant GridModel::cell_data(int r, int c, int role) const {
     }
 }
 
-int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
+int GridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
 
 int GridModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : cols_;

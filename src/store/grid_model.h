@@ -19,7 +19,7 @@ using PictureProvider = std::function<QPixmap(const QString& key, int px_size)>;
 // grid changes under the model without announcing rows one by one.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
-public:
+  public:
     enum Role {
         PictureKeyRole = Qt::UserRole + 1, // QString
         PictureAlignmentRole,              // int, an Align
@@ -58,11 +58,11 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
-signals:
+  signals:
     // A text typed into a cell has been written to the grid.
     void textEdited(int grid_row, int grid_col, const QString& text);
 
-private:
+  private:
     Grid* grid_ = nullptr;
     int rows_ = 0, cols_ = 0;
     int header_rows_ = 0, header_cols_ = 0;

@@ -57,12 +57,14 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
             QSize size = pm.deviceIndependentSize().toSize();
             if (size.height() > inner.height() || size.width() > inner.width())
                 size.scale(inner.size(), Qt::KeepAspectRatio);
-            const Qt::Alignment a = qt_alignment(
-                Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
+            const Qt::Alignment a =
+                qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
             const QRect pr = QStyle::alignedRect(Qt::LeftToRight, a, size, inner);
             p.drawPixmap(pr, pm);
-            if (a & Qt::AlignLeft) text_rect.setLeft(pr.right() + 3);
-            else if (a & Qt::AlignRight) text_rect.setRight(pr.left() - 3);
+            if (a & Qt::AlignLeft)
+                text_rect.setLeft(pr.right() + 3);
+            else if (a & Qt::AlignRight)
+                text_rect.setRight(pr.left() - 3);
         }
     }
 
@@ -70,7 +72,8 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     if (!text.isEmpty()) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
-        const Qt::Alignment a = qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
+        const Qt::Alignment a =
+            qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
         p.drawText(text_rect, int(a) | Qt::TextSingleLine, text);
     }
 
@@ -108,7 +111,7 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
 }
 
 class CellDelegate : public QStyledItemDelegate {
-public:
+  public:
     explicit CellDelegate(GridWidget* view) : QStyledItemDelegate(view), view_(view) {}
 
     void paint(QPainter* p, const QStyleOptionViewItem& opt,
@@ -132,7 +135,7 @@ public:
         return editor;
     }
 
-protected:
+  protected:
     // Seen here before the base class swallows Tab, Return and Escape, so a
     // planner can tell how an edit was ended.
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -144,17 +147,17 @@ protected:
         return QStyledItemDelegate::eventFilter(watched, event);
     }
 
-private:
+  private:
     GridWidget* view_;
 };
 
 // Paints the first fixed row or column like any other cell, merged blocks
 // included, rather than as buttons in the desktop style.
 class GridHeader : public QHeaderView {
-public:
+  public:
     GridHeader(Qt::Orientation o, GridWidget* view) : QHeaderView(o, view), view_(view) {}
 
-protected:
+  protected:
     void paintSection(QPainter* p, const QRect& rect, int logical) const override {
         const GridModel& m = *view_->gridModel();
         if (!m.grid()) return;
@@ -186,7 +189,7 @@ protected:
         p->restore();
     }
 
-private:
+  private:
     GridWidget* view_;
 };
 
@@ -265,7 +268,9 @@ int GridWidget::twips_to_px(int twips, Qt::Orientation o) const {
     return int(std::lround(twips * double(dpi) / 1440.0));
 }
 
-void GridWidget::refresh() { sync(); }
+void GridWidget::refresh() {
+    sync();
+}
 
 void GridWidget::grid_changed() {
     if (applying_ || !grid_) return;
@@ -286,6 +291,10 @@ void GridWidget::schedule_sync() {
 void GridWidget::sync() {
     sync_queued_ = false;
     if (grid_ && grid_->Redraw() == 0) return; // comes back when drawing is on
+    // A rebuild must leave the view where the user scrolled it; only a new
+    // TopRow or ShowCell request moves it.
+    const int h_scroll = horizontalScrollBar()->value();
+    const int v_scroll = verticalScrollBar()->value();
     applying_ = true;
     model_->reload();
     if (grid_) {
@@ -294,7 +303,15 @@ void GridWidget::sync() {
         apply_cursor();
     }
     applying_ = false;
-    if (grid_) apply_scroll();
+    if (grid_) {
+        // Scroll ranges are laid out lazily; without this the old position
+        // or a new request meets a range of zero and is lost.
+        executeDelayedItemsLayout();
+        updateGeometries();
+        horizontalScrollBar()->setValue(h_scroll);
+        verticalScrollBar()->setValue(v_scroll);
+        apply_scroll();
+    }
     viewport()->update();
     horizontalHeader()->viewport()->update();
     verticalHeader()->viewport()->update();
@@ -315,13 +332,17 @@ void GridWidget::apply_geometry() {
     if (hr) hh->setFixedHeight(twips_to_px(g.RowHeight(0), Qt::Vertical));
     vh->setVisible(hc > 0 && !g.ColHidden(0));
     if (hc) vh->setFixedWidth(twips_to_px(g.ColWidth(0)));
+    // After a reset every section has the default size and is shown, so
+    // only the others are touched: a long list resizes in linear time.
     for (int c = hc; c < g.Cols(); ++c) {
-        setColumnWidth(c - hc, twips_to_px(g.ColWidth(c)));
-        setColumnHidden(c - hc, g.ColHidden(c));
+        const int px = twips_to_px(g.ColWidth(c));
+        if (columnWidth(c - hc) != px) setColumnWidth(c - hc, px);
+        if (g.ColHidden(c) != isColumnHidden(c - hc)) setColumnHidden(c - hc, g.ColHidden(c));
     }
     for (int r = hr; r < g.Rows(); ++r) {
-        setRowHeight(r - hr, twips_to_px(g.RowHeight(r), Qt::Vertical));
-        setRowHidden(r - hr, g.RowHidden(r));
+        const int px = twips_to_px(g.RowHeight(r), Qt::Vertical);
+        if (rowHeight(r - hr) != px) setRowHeight(r - hr, px);
+        if (g.RowHidden(r) != isRowHidden(r - hr)) setRowHidden(r - hr, g.RowHidden(r));
     }
 }
 
@@ -349,7 +370,8 @@ void GridWidget::apply_spans() {
             const Grid::Span s = g.merged_range(r, c);
             if ((s.row1 == s.row2 && s.col1 == s.col2) || s.row1 != r || s.col1 != c) continue;
             for (int rr = s.row1; rr <= s.row2; ++rr)
-                for (int cc = s.col1; cc <= s.col2; ++cc) covered[size_t(rr) * cols + cc] = 1;
+                for (int cc = s.col1; cc <= s.col2; ++cc)
+                    covered[size_t(rr) * cols + cc] = 1;
             setSpan(r - hr, c - hc, s.row2 - s.row1 + 1, s.col2 - s.col1 + 1);
         }
     }
@@ -362,7 +384,12 @@ void GridWidget::apply_cursor() {
     if (!cur.isValid()) return;
     const int rs = std::clamp(g.RowSel() - hr, 0, model_->rowCount() - 1);
     const int cs = std::clamp(g.ColSel() - hc, 0, model_->columnCount() - 1);
+    // Moving the current index would scroll the view to it; the grid's
+    // cursor is not a request to scroll.
+    const bool auto_scroll = hasAutoScroll();
+    setAutoScroll(false);
     selectionModel()->setCurrentIndex(cur, QItemSelectionModel::NoUpdate);
+    setAutoScroll(auto_scroll);
     const QModelIndex tl = model_->index(std::min(cur.row(), rs), std::min(cur.column(), cs));
     const QModelIndex br = model_->index(std::max(cur.row(), rs), std::max(cur.column(), cs));
     selectionModel()->select(QItemSelection(tl, br), QItemSelectionModel::ClearAndSelect);
@@ -371,19 +398,13 @@ void GridWidget::apply_cursor() {
 void GridWidget::apply_scroll() {
     if (grid_->scroll_serial() == scroll_serial_seen_) return;
     scroll_serial_seen_ = grid_->scroll_serial();
-    // Scroll ranges are laid out lazily; without this a request made right
-    // after a rebuild meets a range of zero and is lost.
-    executeDelayedItemsLayout();
-    updateGeometries();
     const int hr = model_->header_rows(), hc = model_->header_cols();
     if (grid_->shown_row() >= 0) {
         const QModelIndex idx = model_->index(std::max(grid_->shown_row() - hr, 0),
                                               std::max(grid_->shown_col() - hc, 0));
         if (idx.isValid()) scrollTo(idx, EnsureVisible);
-        qDebug("ensure %d %d valid %d sb %d", idx.row(), idx.column(), idx.isValid(), verticalScrollBar()->value());
     } else {
-        const QModelIndex idx =
-            model_->index(grid_->TopRow() - hr, std::max(columnAt(0), 0));
+        const QModelIndex idx = model_->index(grid_->TopRow() - hr, std::max(columnAt(0), 0));
         if (idx.isValid()) scrollTo(idx, PositionAtTop);
     }
     note_scroll();
@@ -557,8 +578,10 @@ bool GridWidget::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* he = static_cast<QHelpEvent*>(event);
         const QString tip = grid_ ? grid_->ToolTipText() : QString();
-        if (tip.isEmpty()) QToolTip::hideText();
-        else QToolTip::showText(he->globalPos(), tip, viewport());
+        if (tip.isEmpty())
+            QToolTip::hideText();
+        else
+            QToolTip::showText(he->globalPos(), tip, viewport());
         return true;
     }
     if (event->type() == QEvent::Leave && grid_) grid_->set_mouse_cell(-1, -1);
@@ -566,8 +589,8 @@ bool GridWidget::viewportEvent(QEvent* event) {
 }
 
 bool GridWidget::eventFilter(QObject* watched, QEvent* event) {
-    const bool header = watched == horizontalHeader()->viewport() ||
-                        watched == verticalHeader()->viewport();
+    const bool header =
+        watched == horizontalHeader()->viewport() || watched == verticalHeader()->viewport();
     if (header && grid_) {
         switch (event->type()) {
         case QEvent::MouseButtonPress:

@@ -17,7 +17,7 @@ namespace orva {
 // The first fixed row and column are shown frozen as the view's headers.
 class GridWidget : public QTableView {
     Q_OBJECT
-public:
+  public:
     explicit GridWidget(QWidget* parent = nullptr);
     ~GridWidget() override;
 
@@ -47,7 +47,7 @@ public:
     // in a merged block gives the block's first cell.
     CellRef cell_at(const QPoint& widget_pos) const;
 
-signals:
+  signals:
     // A left button pressed and released on a cell.
     void cellClicked(int row, int col);
     void cellDoubleClicked(int row, int col);
@@ -67,7 +67,7 @@ signals:
     // The user moved the cursor or the selection; the grid already knows.
     void cursorMoved(int row, int col);
 
-protected:
+  protected:
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void keyboardSearch(const QString& search) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -82,7 +82,7 @@ protected:
                           const QItemSelection& deselected) override;
     void scrollContentsBy(int dx, int dy) override;
 
-private:
+  private:
     void grid_changed();
     void schedule_sync();
     void sync();

@@ -120,7 +120,8 @@ TEST_F(MainWindowTest, CtrlXAsksTheSameQuestionAndYesEnds) {
     auto run = launch();
     add_today_reminder(run->state);
     m.answers.push_back(Answer::Yes);
-    run->window->activateWindow();
+    QApplication::setActiveWindow(run->window.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(run->window.get()));
     QTest::keyClick(run->window.get(), Qt::Key_X, Qt::ControlModifier);
     ASSERT_NE(m.last(u"question"), nullptr);
     EXPECT_TRUE(m.last(u"question")->text.startsWith(QStringLiteral("Pending reminders")));

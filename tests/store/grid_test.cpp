@@ -9,13 +9,15 @@ namespace {
 
 QString row_text(const Grid& g, int row) {
     QStringList cells;
-    for (int c = 0; c < g.Cols(); ++c) cells << g.TextMatrix(row, c);
+    for (int c = 0; c < g.Cols(); ++c)
+        cells << g.TextMatrix(row, c);
     return cells.join(QLatin1Char('|'));
 }
 
 QString column_text(const Grid& g, int col) {
     QStringList cells;
-    for (int r = 0; r < g.Rows(); ++r) cells << g.TextMatrix(r, col);
+    for (int r = 0; r < g.Rows(); ++r)
+        cells << g.TextMatrix(r, col);
     return cells.join(QLatin1Char('|'));
 }
 
@@ -86,7 +88,8 @@ TEST(Grid, AddItemPastTheEndFailsWithSubscript) {
 
 TEST(Grid, RemoveItemTakesTheRowOut) {
     Grid g(0, 1);
-    for (const char* t : {"a", "b", "c"}) g.AddItem(QString::fromLatin1(t));
+    for (const char* t : {"a", "b", "c"})
+        g.AddItem(QString::fromLatin1(t));
     g.setRowHidden(2, true);
     g.RemoveItem(1);
     EXPECT_EQ(column_text(g, 0), QStringLiteral("a|c"));
@@ -104,7 +107,8 @@ TEST(Grid, RemoveItemKeepsTheCursorInsideTheGrid) {
 TEST(Grid, ShrinkingRowsAndColsKeepsWhatFits) {
     Grid g(3, 3);
     for (int r = 0; r < 3; ++r)
-        for (int c = 0; c < 3; ++c) g.setTextMatrix(r, c, QStringLiteral("%1%2").arg(r).arg(c));
+        for (int c = 0; c < 3; ++c)
+            g.setTextMatrix(r, c, QStringLiteral("%1%2").arg(r).arg(c));
     g.setCell(CellSetting::BackColor, 1, 1, rgb(1, 2, 3));
     g.setColWidth(1, 1500);
     g.setCols(2);
@@ -254,7 +258,8 @@ TEST(Grid, CellRangeSetsEveryCellWithCornersInEitherOrder) {
     g.setCell(CellSetting::BackColor, 2, 2, 1, 1, rgb(10, 20, 30));
     for (int r = 0; r < 4; ++r)
         for (int c = 0; c < 4; ++c)
-            EXPECT_EQ(g.cell_has(CellSetting::BackColor, r, c), r >= 1 && r <= 2 && c >= 1 && c <= 2)
+            EXPECT_EQ(g.cell_has(CellSetting::BackColor, r, c),
+                      r >= 1 && r <= 2 && c >= 1 && c <= 2)
                 << r << "," << c;
     EXPECT_EQ(g.Cell(CellSetting::BackColor, 2, 1).toUInt(), rgb(10, 20, 30));
 }
@@ -358,7 +363,8 @@ TEST(Grid, EqualVerticalTextsInAMergeColumnFormOneBlock) {
     Grid g(6, 2);
     g.setMergeCells(MergeMode::Free);
     g.setMergeCol(1, true);
-    for (int r = 1; r <= 3; ++r) g.setTextMatrix(r, 1, QStringLiteral("Dentist"));
+    for (int r = 1; r <= 3; ++r)
+        g.setTextMatrix(r, 1, QStringLiteral("Dentist"));
     g.setTextMatrix(4, 1, QStringLiteral(" Dentist"));
     EXPECT_EQ(g.merged_range(2, 1), (Grid::Span{1, 1, 3, 1}));
     EXPECT_EQ(g.merged_range(1, 1), (Grid::Span{1, 1, 3, 1}));
@@ -376,7 +382,8 @@ TEST(Grid, OnlyColumnsWithMergeOnMergeVertically) {
     Grid g(3, 2);
     g.setMergeCells(MergeMode::Free);
     g.setMergeCol(0, true);
-    for (int r = 0; r < 3; ++r) g.setCell(CellSetting::Text, r, 0, r, 1, QStringLiteral("x"));
+    for (int r = 0; r < 3; ++r)
+        g.setCell(CellSetting::Text, r, 0, r, 1, QStringLiteral("x"));
     EXPECT_EQ(g.merged_range(1, 0), (Grid::Span{0, 0, 2, 0}));
     EXPECT_EQ(g.merged_range(1, 1), (Grid::Span{1, 1, 1, 1}));
 }
@@ -476,6 +483,16 @@ TEST(Grid, SortOverTwoColumnsUsesTheSecondToBreakTies) {
     EXPECT_EQ(column_text(g, 2), QStringLiteral("3|2|1"));
 }
 
+TEST(Grid, SortWithoutColumnsUsesTheSelectedOnes) {
+    Grid g(0, 3);
+    g.AddItem(QStringLiteral("z\t10:00\tB"));
+    g.AddItem(QStringLiteral("a\t10:00\tA"));
+    g.AddItem(QStringLiteral("m\t09:00\tC"));
+    g.Select(0, 1, 2, 2);
+    g.Sort(SortOrder::StringAscending);
+    EXPECT_EQ(column_text(g, 0), QStringLiteral("m|a|z"));
+}
+
 TEST(Grid, SortLeavesFixedRowsInPlace) {
     Grid g(0, 1);
     g.AddItem(QStringLiteral("zz heading"));
@@ -500,7 +517,8 @@ TEST(Grid, SortMovesFormatAndRowSettingsWithTheRow) {
 
 TEST(Grid, NumericSortComparesNumbersNotTexts) {
     Grid g(0, 1);
-    for (const char* t : {"10", "9", "100", "-1"}) g.AddItem(QString::fromLatin1(t));
+    for (const char* t : {"10", "9", "100", "-1"})
+        g.AddItem(QString::fromLatin1(t));
     g.Sort(SortOrder::NumericAscending, 0);
     EXPECT_EQ(column_text(g, 0), QStringLiteral("-1|9|10|100"));
     g.Sort(SortOrder::StringAscending, 0);
@@ -511,7 +529,8 @@ TEST(Grid, NumericSortComparesNumbersNotTexts) {
 
 TEST(Grid, StringSortIsCaseSensitiveGenericIsNot) {
     Grid g(0, 1);
-    for (const char* t : {"b", "B", "a"}) g.AddItem(QString::fromLatin1(t));
+    for (const char* t : {"b", "B", "a"})
+        g.AddItem(QString::fromLatin1(t));
     g.Sort(SortOrder::StringAscending, 0);
     EXPECT_EQ(column_text(g, 0), QStringLiteral("B|a|b"));
     g.Sort(SortOrder::GenericAscending, 0);
@@ -599,9 +618,8 @@ TEST(Grid, AutoSizeWidensToTheLongestTextByTheMeasure) {
     g.setTextMatrix(1, 0, QStringLiteral("abcdefgh"));
     g.setRowHidden(1, true);
     g.setTextMatrix(2, 1, QStringLiteral("x"));
-    g.set_measure([](const QString& t, const QString&, double, bool, bool) {
-        return int(t.size()) * 100;
-    });
+    g.set_measure(
+        [](const QString& t, const QString&, double, bool, bool) { return int(t.size()) * 100; });
     g.AutoSize(0, 1);
     EXPECT_EQ(g.ColWidth(0), 800 + 120);
     EXPECT_EQ(g.ColWidth(1), 100 + 120);
@@ -636,7 +654,8 @@ TEST(Grid, RedrawOffHoldsNoticesAndOnGivesOne) {
     g.setRedraw(0);
     EXPECT_EQ(calls, 1); // the view learns that it should hold its painting
     const quint64 before = g.version();
-    for (int i = 0; i < 10; ++i) g.AddItem(QStringLiteral("row"));
+    for (int i = 0; i < 10; ++i)
+        g.AddItem(QStringLiteral("row"));
     EXPECT_EQ(calls, 1);
     EXPECT_GT(g.version(), before);
     g.setRedraw(2);
@@ -833,14 +852,17 @@ TEST(Grid, LoadingADamagedFileSetsBadFileAndKeepsTheGrid) {
         {"cut short", whole.left(whole.size() / 2)},
         {"not json", QByteArrayLiteral("rows=3\ncols=2\n")},
         {"empty", QByteArray()},
-        {"another format", QByteArrayLiteral(R"({"format":"x","version":1,"rows":1,"cols":1,"cells":[]})")},
+        {"another format",
+         QByteArrayLiteral(R"({"format":"x","version":1,"rows":1,"cols":1,"cells":[]})")},
         {"future version",
-         QByteArrayLiteral(R"({"format":"orvacal-grid","version":99,"rows":1,"cols":1,"cells":[]})")},
+         QByteArrayLiteral(
+             R"({"format":"orvacal-grid","version":99,"rows":1,"cols":1,"cells":[]})")},
         {"cell outside",
          QByteArrayLiteral(
              R"({"format":"orvacal-grid","version":1,"rows":1,"cols":1,"cells":[{"r":4,"c":0,"text":"x"}]})")},
         {"negative size",
-         QByteArrayLiteral(R"({"format":"orvacal-grid","version":1,"rows":-2,"cols":1,"cells":[]})")},
+         QByteArrayLiteral(
+             R"({"format":"orvacal-grid","version":1,"rows":-2,"cols":1,"cells":[]})")},
     };
     for (const auto& [name, bytes] : damaged) {
         const QString path = dir.filePath(QString::fromLatin1(name) + QStringLiteral(".grd"));

@@ -25,7 +25,7 @@ QPoint in_viewport(GridWidget& w, const QPoint& widget_pos) {
 }
 
 class GridWidgetTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         grid.setRows(8);
         grid.setCols(5);
@@ -111,7 +111,8 @@ TEST_F(GridWidgetTest, TwipsBecomePixelsAtTheLogicalDpi) {
 TEST_F(GridWidgetTest, EqualVerticalTextsBecomeOneSpan) {
     grid.setMergeCells(MergeMode::Free);
     grid.setMergeCol(2, true);
-    for (int r = 1; r <= 3; ++r) grid.setTextMatrix(r, 2, QStringLiteral("Dentist"));
+    for (int r = 1; r <= 3; ++r)
+        grid.setTextMatrix(r, 2, QStringLiteral("Dentist"));
     grid.setTextMatrix(4, 2, QStringLiteral(" Dentist"));
     w.refresh();
     EXPECT_EQ(w.rowSpan(1, 2), 3);
@@ -135,7 +136,8 @@ TEST_F(GridWidgetTest, AMergedBlockUnderAFixedColumnCoversItsRows) {
     with_headings();
     grid.setMergeCells(MergeMode::Free);
     grid.setMergeCol(2, true);
-    for (int r = 2; r <= 4; ++r) grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
+    for (int r = 2; r <= 4; ++r)
+        grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
     w.refresh();
     EXPECT_EQ(w.rowSpan(1, 1), 3); // view row 1, column 1 is grid cell (2, 2)
     const QRect block = w.visualRect(w.model()->index(1, 1));
@@ -221,12 +223,26 @@ TEST_F(GridWidgetTest, ShowCellBringsTheCellIntoView) {
     grid.ShowCell(150, 2);
     QCoreApplication::processEvents();
     const QRect r = w.cell_rect(150, 2);
-    EXPECT_EQ(w.viewport()->geometry().contains(r.center()), true) << w.rowAt(0) << " " << r.y() << " " << w.verticalScrollBar()->value() << " " << w.verticalScrollBar()->maximum() << " " << grid.scroll_serial();
+    EXPECT_EQ(w.viewport()->geometry().contains(r.center()), true);
+}
+
+TEST_F(GridWidgetTest, ARebuildLeavesTheViewWhereItWasScrolled) {
+    grid.setRows(100);
+    grid.Select(0, 0);
+    grid.setTopRow(40);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(w.rowAt(0), 40);
+    grid.setTextMatrix(0, 1, QStringLiteral("a change far above"));
+    grid.setCell(CellSetting::BackColor, 1, 1, rgb(1, 2, 3));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(w.rowAt(0), 40);
+    EXPECT_EQ(grid.TopRow(), 40);
 }
 
 TEST_F(GridWidgetTest, ChangesReachTheViewOncePerEventLoopTurn) {
     QSignalSpy resets(w.model(), &QAbstractItemModel::modelReset);
-    for (int r = 0; r < 8; ++r) grid.setTextMatrix(r, 0, QStringLiteral("x"));
+    for (int r = 0; r < 8; ++r)
+        grid.setTextMatrix(r, 0, QStringLiteral("x"));
     grid.AddItem(QStringLiteral("new"));
     EXPECT_EQ(resets.count(), 0);
     QCoreApplication::processEvents();
@@ -238,7 +254,8 @@ TEST_F(GridWidgetTest, RedrawOffHoldsTheViewUntilItComesBackOn) {
     QSignalSpy resets(w.model(), &QAbstractItemModel::modelReset);
     grid.setRedraw(0);
     EXPECT_EQ(w.updatesEnabled(), false);
-    for (int i = 0; i < 5; ++i) grid.AddItem(QStringLiteral("bulk"));
+    for (int i = 0; i < 5; ++i)
+        grid.AddItem(QStringLiteral("bulk"));
     QCoreApplication::processEvents();
     EXPECT_EQ(resets.count(), 0);
     EXPECT_EQ(w.model()->rowCount(), 8);
@@ -272,7 +289,8 @@ TEST_F(GridWidgetTest, ClickGivesTheGridRowAndColumn) {
 TEST_F(GridWidgetTest, ClickOnAMergedBlockGivesItsFirstRow) {
     grid.setMergeCells(MergeMode::Free);
     grid.setMergeCol(2, true);
-    for (int r = 2; r <= 5; ++r) grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
+    for (int r = 2; r <= 5; ++r)
+        grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
     w.refresh();
     QSignalSpy clicks(&w, &GridWidget::cellClicked);
     const QRect block = w.cell_rect(2, 2);
@@ -439,9 +457,8 @@ TEST_F(GridWidgetTest, AutoSizeMeasuresWithTheScreensFonts) {
     grid.setTextMatrix(1, 0, QStringLiteral(" 12:00 am"));
     grid.AutoSize(0);
     const QFontMetrics fm(w.gridModel()->cell_data(1, 0, Qt::FontRole).value<QFont>(), &w);
-    const int expected = qRound(fm.horizontalAdvance(QStringLiteral(" 12:00 am")) * 1440.0 /
-                                w.logicalDpiX()) +
-                         120;
+    const int expected =
+        qRound(fm.horizontalAdvance(QStringLiteral(" 12:00 am")) * 1440.0 / w.logicalDpiX()) + 120;
     EXPECT_EQ(grid.ColWidth(0), expected);
 }
 
