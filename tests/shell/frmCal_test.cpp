@@ -137,6 +137,44 @@ TEST_F(MainWindowTest, WindowComesUpWhereTheOptionsPlaceIt) {
     EXPECT_NEAR(w.frame().left(), area.left(), 2 * tpp);
 }
 
+TEST_F(MainWindowTest, OpeningCalendarWithoutOptionsGivesDefaultsAndNinetyPercentWindow) {
+    auto run = launch();
+    frmCal& w = *run->window;
+    const QString other = dir.filePath(QStringLiteral("other.cal"));
+    ASSERT_EQ(run->state.archive.put(other, QStringLiteral("c2611.cal"), QByteArray()), 0);
+    w.move_to(QRect(300, 300, 6000, 5000));
+    m.file_answers.push_back(other);
+    w.findChild<QAction*>(QStringLiteral("mnuOpen"))->trigger();
+
+    EXPECT_EQ(run->state.cal_path, other);
+    EXPECT_TRUE(run->state.archive.members(other).contains(QStringLiteral("Calopt.tmp")));
+    const QRect area = w.work_area();
+    const double tpp = w.twips_per_pixel_x();
+    EXPECT_NEAR(w.frame().width(), area.width() * 0.9, 2 * tpp);
+    EXPECT_NEAR(w.frame().left(), area.left(), 2 * tpp);
+    EXPECT_TRUE(m.messages().empty());
+}
+
+TEST_F(MainWindowTest, OpeningTheCalendarAlreadyOpenIsRefused) {
+    auto run = launch();
+    m.file_answers.push_back(run->state.cal_path);
+    run->window->findChild<QAction*>(QStringLiteral("mnuOpen"))->trigger();
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], QStringLiteral("Calendar  already open "));
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+}
+
+TEST_F(MainWindowTest, DeletingTheCalendarDisablesTheDeleteCommand) {
+    auto run = launch();
+    const QString cal = run->state.cal_path;
+    m.answers.push_back(Answer::Yes);
+    QAction* del = run->window->findChild<QAction*>(QStringLiteral("mnuDelete"));
+    del->trigger();
+    EXPECT_FALSE(QFile::exists(cal));
+    EXPECT_TRUE(run->state.cal_path.isEmpty());
+    EXPECT_FALSE(del->isEnabled());
+}
+
 TEST_F(MainWindowTest, ProgramStartedInFreshDataFolderCreatesCalendarHoldingOptions) {
     QProcess p;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

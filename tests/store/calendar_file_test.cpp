@@ -1,3 +1,4 @@
+#include "shell/event_loop.h"
 #include "store/calendar_file.h"
 
 #include "store/member_format.h"
@@ -343,6 +344,33 @@ TEST_F(CalendarFile, ReminderCopyLeftByACrashIsNotReadWhenTheMonthHasNoMember) {
     load_rmdr_month(s, "2603", cal);
     EXPECT_EQ(s.rmdr_count, 0);
     EXPECT_FALSE(QFile::exists(s.loose("r2603.rmd")));
+}
+
+TEST_F(CalendarFile, WriteRunInsideAYieldingLoadJoinsTheOpenCommand) {
+    env->append_appt(make_appt("03052026", "A1"));
+    env->append_appt(make_appt("03062026", "A2"));
+    Archive other;
+    QByteArray seen;
+    bool wrote = false;
+    // A click handled while the load yields makes an entry of its own.
+    install_yield_hook([&] {
+        if (wrote) return;
+        wrote = true;
+        s.occur_count = 1;
+        *s.occur_row(1) = make_appt("04012026", "CLICK");
+        write_occurs(s, cal);
+        other.get(cal, "c2604.cal", seen);
+    });
+    {
+        Archive::Command command(s.archive, cal);
+        load_appts(s, QDate(2026, 3, 1), cal, 0);
+        EXPECT_TRUE(seen.isEmpty()) << "the inner write must not commit before the command ends";
+    }
+    install_yield_hook(nullptr);
+    ASSERT_TRUE(wrote);
+    EXPECT_EQ(s.appt_count, 2);
+    EXPECT_EQ(other.get(cal, "c2604.cal", seen), 0);
+    EXPECT_EQ(seen.size(), 477);
 }
 
 // The File commands.
