@@ -83,6 +83,27 @@ void call(const std::function<void()>& f) {
     if (f) f();
 }
 
+// Reads a loose member line by line into cur and hands each record on,
+// yielding once per line; then deletes the copy. No copy means the month has
+// no member: it loads empty, without a word.
+template <class Rec, class Take>
+void read_member(Shared& s, const QString& path,
+                 void (MemberReader::*read)(Rec&, QByteArray&, int), Take take) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return;
+    MemberReader in(f);
+    Rec rec;
+    QByteArray rec_end;
+    while (!in.at_end()) {
+        (in.*read)(rec, rec_end, s.cur.rec_end_len);
+        s.cur.rec_end = QString::fromLatin1(rec_end);
+        take(rec);
+        yield_events();
+    }
+    f.close();
+    QFile::remove(path);
+}
+
 } // namespace
 
 QString appt_member_name(const QString& yymm) {
@@ -130,21 +151,10 @@ void load_appts(Shared& s, const QDate& date, const QString& cal_file, int extra
 void load_appt_month(Shared& s, const QString& yymm, const QString& cal_file) {
     QString path;
     extract_appt_member(s, cal_file, path, yymm);
-    QFile f(path);
-    // No loose copy: the month has no member and loads empty, without a word.
-    if (!f.open(QIODevice::ReadOnly)) return;
-    MemberReader in(f);
-    appt_rec rec;
-    QByteArray rec_end;
-    while (!in.at_end()) {
-        in.read_appt(rec, rec_end, s.cur.rec_end_len);
-        s.cur.rec_end = QString::fromLatin1(rec_end);
+    read_member<appt_rec>(s, path, &MemberReader::read_appt, [&s](const appt_rec& rec) {
         s.appt_to_cur(rec);
         s.add_appt_row();
-        yield_events();
-    }
-    f.close();
-    QFile::remove(path);
+    });
 }
 
 void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int months_back) {
@@ -166,20 +176,10 @@ void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int month
 void load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file) {
     QString path;
     extract_rmdr_member(s, cal_file, path, yymm);
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return;
-    MemberReader in(f);
-    rmdr_rec rec;
-    QByteArray rec_end;
-    while (!in.at_end()) {
-        in.read_rmdr(rec, rec_end, s.cur.rec_end_len);
-        s.cur.rec_end = QString::fromLatin1(rec_end);
+    read_member<rmdr_rec>(s, path, &MemberReader::read_rmdr, [&s](const rmdr_rec& rec) {
         s.rmdr_to_cur(rec);
         s.add_rmdr_row();
-        yield_events();
-    }
-    f.close();
-    QFile::remove(path);
+    });
 }
 
 void write_appts(Shared& s, const QString& cal_file, int io_mode, int row) {

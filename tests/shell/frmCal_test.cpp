@@ -2,6 +2,7 @@
 #include "shell/frmCal.h"
 #include "shell/single_instance.h"
 #include "store/calendar_file.h"
+#include "store/store_fixtures.h"
 #include "support/scripted_modal.h"
 
 #include <QAccessible>
@@ -40,15 +41,8 @@ protected:
     }
 
     void add_today_reminder(Shared& sh) {
-        rmdr_rec r;
-        r.rmdr_first_date = QStringLiteral("11212026");
-        r.rmdr_id = QStringLiteral("211000001111");
-        r.rmdr_text = QStringLiteral("Call back");
-        r.rmdr_appt_date = QStringLiteral("11212026");
-        r.rmdr_date = QStringLiteral("11/21/26");
-        r.rmdr_time = QStringLiteral("16:00");
-        r.rmdr_fired = QStringLiteral("F");
-        append_rmdr_line(sh, sh.cal_path, r);
+        append_rmdr_line(sh, sh.cal_path, testing::make_rmdr(QStringLiteral("11/21/26"),
+                                                             QStringLiteral("211000001111")));
     }
 
     QTemporaryDir dir;

@@ -3,6 +3,7 @@
 #include "shell/single_instance.h"
 #include "shell/startup.h"
 #include "store/calendar_file.h"
+#include "store/store_fixtures.h"
 #include "support/fake_window.h"
 #include "support/scripted_modal.h"
 
@@ -24,20 +25,10 @@ protected:
 
     QString cal() const { return dir.filePath(QStringLiteral("calendar.cal")); }
 
-    // A reminder line due on `due` at 09:00, as the reminder setup writes it.
+    // A reminder line due on `due`, as the reminder setup writes it.
     void add_reminder(const QDate& due, const QString& fired, const QString& id) {
-        rmdr_rec r;
-        r.rmdr_first_date = due.toString(QStringLiteral("MMddyyyy"));
-        r.rmdr_start = QStringLiteral("09:30");
-        r.rmdr_end = QStringLiteral("10:00");
-        r.rmdr_id = id;
-        r.rmdr_text = QStringLiteral("Dentist");
-        r.rmdr_appt_date = due.toString(QStringLiteral("MMddyyyy"));
-        r.rmdr_date = due.toString(QStringLiteral("MM/dd/yy"));
-        r.rmdr_time = QStringLiteral("09:00");
+        rmdr_rec r = testing::make_rmdr(due.toString(QStringLiteral("MM/dd/yy")), id);
         r.rmdr_fired = fired;
-        r.rmdr_anim = QStringLiteral("0");
-        r.rmdr_again_count = QStringLiteral("1");
         Shared writer;
         writer.app_path = s.app_path;
         append_rmdr_line(writer, cal(), r);
