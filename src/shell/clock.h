@@ -8,26 +8,26 @@ namespace orva {
 // The one source of "today" and "now". Nothing else in the program reads the
 // system clock, so tests and the tick logic can run at any date.
 class Clock {
-public:
+  public:
     virtual ~Clock() = default;
     virtual QDateTime now() const = 0;
     QDate today() const { return now().date(); }
 };
 
 class SystemClock final : public Clock {
-public:
+  public:
     QDateTime now() const override { return QDateTime::currentDateTime(); }
 };
 
 // A clock that stands still until moved; for tests and for replaying a day.
 class FixedClock final : public Clock {
-public:
+  public:
     explicit FixedClock(QDateTime at) : at_(std::move(at)) {}
     QDateTime now() const override { return at_; }
     void set(QDateTime at) { at_ = std::move(at); }
     void advance_secs(qint64 secs) { at_ = at_.addSecs(secs); }
 
-private:
+  private:
     QDateTime at_;
 };
 

@@ -14,6 +14,8 @@ void yield_events() {
     if (hook()) hook()();
 }
 
-void install_yield_hook(std::function<void()> h) { hook() = std::move(h); }
+void install_yield_hook(std::function<void()> h) {
+    hook() = std::move(h);
+}
 
 } // namespace orva

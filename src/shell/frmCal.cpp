@@ -15,7 +15,9 @@
 #include <QWindow>
 
 // Resources of a static library are registered by hand.
-static void init_resources() { Q_INIT_RESOURCE(orvacal); }
+static void init_resources() {
+    Q_INIT_RESOURCE(orvacal);
+}
 
 namespace orva {
 namespace {
@@ -128,8 +130,10 @@ void frmCal::closeEvent(QCloseEvent* e) {
         e->accept();
         return;
     }
-    if (Form_Unload(s_, *this)) e->ignore();
-    else e->accept();
+    if (Form_Unload(s_, *this))
+        e->ignore();
+    else
+        e->accept();
 }
 
 void frmCal::resizeEvent(QResizeEvent* e) {
@@ -150,10 +154,18 @@ void frmCal::moveEvent(QMoveEvent* e) {
 
 // --- WindowPort -------------------------------------------------------------
 
-double frmCal::twips_per_pixel_x() const { return 1440.0 / screen_of(this)->logicalDotsPerInchX(); }
-double frmCal::twips_per_pixel_y() const { return 1440.0 / screen_of(this)->logicalDotsPerInchY(); }
-int frmCal::to_px_x(int twips) const { return qRound(twips / twips_per_pixel_x()); }
-int frmCal::to_px_y(int twips) const { return qRound(twips / twips_per_pixel_y()); }
+double frmCal::twips_per_pixel_x() const {
+    return 1440.0 / screen_of(this)->logicalDotsPerInchX();
+}
+double frmCal::twips_per_pixel_y() const {
+    return 1440.0 / screen_of(this)->logicalDotsPerInchY();
+}
+int frmCal::to_px_x(int twips) const {
+    return qRound(twips / twips_per_pixel_x());
+}
+int frmCal::to_px_y(int twips) const {
+    return qRound(twips / twips_per_pixel_y());
+}
 
 QRect frmCal::work_area() const {
     const QRect a = screen_of(this)->availableGeometry();
@@ -190,23 +202,32 @@ void frmCal::set_window_state(int state) {
                                 : Qt::WindowNoState);
 }
 
-bool frmCal::status_bar_visible() const { return !StatusBar1->isHidden(); }
-void frmCal::set_status_bar_visible(bool on) { StatusBar1->setVisible(on); }
+bool frmCal::status_bar_visible() const {
+    return !StatusBar1->isHidden();
+}
+void frmCal::set_status_bar_visible(bool on) {
+    StatusBar1->setVisible(on);
+}
 
 void frmCal::layout_view() {
     // The planners lay themselves out inside the central area; the window's
     // own layout already follows the size.
 }
 
-void frmCal::show_day_view() { vsSched->setVisible(true); }
+void frmCal::show_day_view() {
+    vsSched->setVisible(true);
+}
 
-void frmCal::show_long_date(const QString& text) { Label1->setText(text); }
+void frmCal::show_long_date(const QString& text) {
+    Label1->setText(text);
+}
 
 void frmCal::set_busy(bool busy) {
     if (busy) {
         if (!QApplication::overrideCursor()) QApplication::setOverrideCursor(Qt::WaitCursor);
     } else {
-        while (QApplication::overrideCursor()) QApplication::restoreOverrideCursor();
+        while (QApplication::overrideCursor())
+            QApplication::restoreOverrideCursor();
     }
 }
 
@@ -216,7 +237,9 @@ bool frmCal::hide_to_tray() {
     return hidden_to_tray_;
 }
 
-void frmCal::sync_menus() { mnuDelete->setEnabled(s_.delete_enabled); }
+void frmCal::sync_menus() {
+    mnuDelete->setEnabled(s_.delete_enabled);
+}
 
 void frmCal::end_program() {
     ended_ = true;

@@ -26,7 +26,7 @@ class SingleInstance;
 
 class frmCal final : public QMainWindow, public WindowPort {
     Q_OBJECT
-public:
+  public:
     explicit frmCal(AppState& state, QWidget* parent = nullptr);
     ~frmCal() override;
 
@@ -54,15 +54,15 @@ public:
     void sync_menus() override;
     void end_program() override;
 
-signals:
+  signals:
     void programEnded();
 
-protected:
+  protected:
     void closeEvent(QCloseEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
     void moveEvent(QMoveEvent* e) override;
 
-private:
+  private:
     void build_menus();
     void mnuExit_Click();
     CalendarHooks calendar_hooks();

@@ -4,7 +4,7 @@ namespace orva {
 namespace {
 
 class SilentModal final : public Modal {
-public:
+  public:
     void message(const QString&, MsgStyle) override {}
     Answer ask_yes_no(const QString&, MsgStyle) override { return Answer::No; }
     QString save_file_dialog(const QString&) override { return {}; }
@@ -17,8 +17,12 @@ Modal* current = &silent;
 
 } // namespace
 
-Modal& modal() { return *current; }
-void install_modal(Modal* m) { current = m ? m : &silent; }
+Modal& modal() {
+    return *current;
+}
+void install_modal(Modal* m) {
+    current = m ? m : &silent;
+}
 
 QString to_qt_filter(const QString& filter) {
     const QStringList parts = filter.split(QLatin1Char('|'));

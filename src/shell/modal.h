@@ -15,7 +15,7 @@ enum class Answer { Yes, No, Ok, Cancel };
 // dialogs and the opening of forms. The window installs a Qt implementation;
 // tests install a scripted one and read back the exact texts.
 class Modal {
-public:
+  public:
     virtual ~Modal() = default;
 
     virtual void message(const QString& text, MsgStyle style) = 0;

@@ -9,9 +9,13 @@
 namespace orva {
 namespace {
 
-QString flag_text(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
+QString flag_text(bool b) {
+    return b ? QStringLiteral("True") : QStringLiteral("False");
+}
 
-QString date_text(const QDate& d) { return d.toString(QStringLiteral("MMddyyyy")); }
+QString date_text(const QDate& d) {
+    return d.toString(QStringLiteral("MMddyyyy"));
+}
 
 void fonts_from_grid(AppState& s) {
     s.grid_font_name = s.vsSched.FontName();
@@ -214,14 +218,16 @@ void save_options(AppState& s, WindowPort& w) {
     if (g.Cols() < options_cols) g.setCols(options_cols);
     QStringList row = row_of(s, w);
     row[12] = date_text(clock().today());
-    for (int c = 0; c < options_cols; ++c) g.setTextMatrix(0, c, row[c]);
+    for (int c = 0; c < options_cols; ++c)
+        g.setTextMatrix(0, c, row[c]);
 
     g.clear_error();
     s.archive.clear_error();
     int e = g.SaveGrid(s.options_path) ? err::none : (g.error() ? g.error() : err::io);
     if (e == err::none) e = s.archive.run(s.cal_path, s.options_path, Archive::add);
     if (e != err::none)
-        modal().message(QStringLiteral("Error saving settings. Error Number : ") + QString::number(e),
+        modal().message(QStringLiteral("Error saving settings. Error Number : ") +
+                            QString::number(e),
                         MsgStyle::Critical);
     QFile::remove(s.options_path);
 }

@@ -8,11 +8,16 @@ namespace {
 
 QMessageBox::Icon icon_of(MsgStyle style) {
     switch (style) {
-    case MsgStyle::Information: return QMessageBox::Information;
-    case MsgStyle::Warning: return QMessageBox::Warning;
-    case MsgStyle::Critical: return QMessageBox::Critical;
-    case MsgStyle::Question: return QMessageBox::Question;
-    case MsgStyle::Plain: break;
+    case MsgStyle::Information:
+        return QMessageBox::Information;
+    case MsgStyle::Warning:
+        return QMessageBox::Warning;
+    case MsgStyle::Critical:
+        return QMessageBox::Critical;
+    case MsgStyle::Question:
+        return QMessageBox::Question;
+    case MsgStyle::Plain:
+        break;
     }
     return QMessageBox::NoIcon;
 }

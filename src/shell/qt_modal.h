@@ -12,7 +12,7 @@ namespace orva {
 // The modal seam on screen: message boxes, questions and file dialogs over the
 // main window, and the registry of forms that open_form() shows modally.
 class QtModal final : public Modal {
-public:
+  public:
     void set_parent(QWidget* parent) { parent_ = parent; }
     // A form is made afresh each time it opens and shown with exec().
     void register_form(const QString& name, std::function<void(QWidget* parent)> open);
@@ -23,7 +23,7 @@ public:
     QString open_file_dialog(const QString& filter) override;
     void open_form(const QString& name) override;
 
-private:
+  private:
     QPointer<QWidget> parent_;
     std::map<QString, std::function<void(QWidget*)>> forms_;
 };

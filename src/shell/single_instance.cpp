@@ -18,6 +18,8 @@ bool SingleInstance::acquire() {
     return held_;
 }
 
-bool SingleInstance::held() const { return held_; }
+bool SingleInstance::held() const {
+    return held_;
+}
 
 } // namespace orva

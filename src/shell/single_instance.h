@@ -11,14 +11,14 @@ namespace orva {
 // for the life of the process; the system drops it when the process dies, so
 // a crash never keeps the next start out.
 class SingleInstance {
-public:
+  public:
     explicit SingleInstance(const QString& folder);
     ~SingleInstance();
     // True when this process now holds the lock (or already held it).
     bool acquire();
     bool held() const;
 
-private:
+  private:
     std::unique_ptr<QLockFile> lock_;
     bool held_ = false;
 };

@@ -17,7 +17,7 @@ namespace orva {
 // Its three actions are those the store uses; each returns an error number
 // (0 success, 53 when the archive or the member is missing) and never aborts.
 class Archive {
-public:
+  public:
     enum Action { add = 0, extract = 2, remove = 3 };
 
     Archive();
@@ -45,13 +45,13 @@ public:
     // commits. Commands nest by depth count, so a tick or a click that runs
     // inside a yielding loop joins the transaction instead of splitting it.
     class Command {
-    public:
+      public:
         Command(Archive& a, QString archive_file);
         ~Command();
         Command(const Command&) = delete;
         Command& operator=(const Command&) = delete;
 
-    private:
+      private:
         Archive& a_;
         QString path_;
     };
@@ -64,7 +64,7 @@ public:
     // use it to kill the process in the middle of a command.
     void set_after_write_hook(std::function<void(const QString& member)> hook);
 
-private:
+  private:
     struct Conn;
     // The cached connection to a file, opened (and checked) when needed; null
     // with error() set when the file is missing and not to be created (53) or
@@ -74,7 +74,10 @@ private:
     void begin_if_commanded(const QString& key, Conn* c);
     void forget(const QString& key);
     static QString key(const QString& archive_file);
-    int fail(int e) { error_ = e; return e; }
+    int fail(int e) {
+        error_ = e;
+        return e;
+    }
     std::map<QString, Conn*> conns_;
     std::map<QString, int> depth_; // open Commands per file
     std::function<void(const QString&)> after_write_;

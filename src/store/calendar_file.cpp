@@ -87,8 +87,8 @@ void call(const std::function<void()>& f) {
 // yielding once per line; then deletes the copy. No copy means the month has
 // no member: it loads empty, without a word.
 template <class Rec, class Take>
-void read_member(Shared& s, const QString& path,
-                 void (MemberReader::*read)(Rec&, QByteArray&, int), Take take) {
+void read_member(Shared& s, const QString& path, void (MemberReader::*read)(Rec&, QByteArray&, int),
+                 Take take) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) return;
     MemberReader in(f);

@@ -6,10 +6,10 @@ namespace orva::err {
 // them only where a routine says so; 53 is the ordinary sign of a missing file
 // or member.
 constexpr int none = 0;
-constexpr int bad_name = 52;  // no file name at all
+constexpr int bad_name = 52; // no file name at all
 constexpr int not_found = 53;
-constexpr int io = 57;        // device I/O error
-constexpr int bad_file = 75;  // present but unreadable
+constexpr int io = 57;         // device I/O error
+constexpr int bad_file = 75;   // present but unreadable
 constexpr int bad_value = 380; // a property value the grid cannot take
 constexpr int subscript = 381; // row or column outside the grid
 

@@ -1,5 +1,7 @@
 #include "store/grid_widget.h"
 
+#include <QLabel>
+
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHeaderView>
@@ -222,6 +224,12 @@ GridWidget::GridWidget(QWidget* parent) : QTableView(parent), model_(new GridMod
     verticalHeader()->hide();
     connect(model_, &GridModel::textEdited, this,
             [this](int r, int c, const QString& text) { emit afterEdit(r, c, text); });
+    // The view has no cell where the two headers meet; a label stands in for
+    // cell (0, 0) so its text is drawn and read out like the others.
+    corner_ = new QLabel(this);
+    corner_->setObjectName(QStringLiteral("corner"));
+    corner_->setAutoFillBackground(true);
+    corner_->hide();
 }
 
 GridWidget::~GridWidget() {
@@ -312,9 +320,39 @@ void GridWidget::sync() {
         verticalScrollBar()->setValue(v_scroll);
         apply_scroll();
     }
+    apply_corner();
     viewport()->update();
     horizontalHeader()->viewport()->update();
     verticalHeader()->viewport()->update();
+}
+
+void GridWidget::updateGeometries() {
+    QTableView::updateGeometries();
+    apply_corner();
+}
+
+void GridWidget::apply_corner() {
+    if (!corner_) return;
+    const bool both = grid_ && !horizontalHeader()->isHidden() && !verticalHeader()->isHidden();
+    corner_->setVisible(both);
+    if (!both) return;
+    const int fw = frameWidth();
+    corner_->setGeometry(fw, fw, verticalHeader()->width(), horizontalHeader()->height());
+    corner_->setText(grid_->TextMatrix(0, 0));
+    corner_->setAccessibleName(corner_->text());
+    QPalette pal = corner_->palette();
+    pal.setColor(QPalette::Window, qt_color(grid_->BackColorFixed()));
+    pal.setColor(QPalette::WindowText, qt_color(grid_->ForeColorFixed()));
+    corner_->setPalette(pal);
+    QFont f(grid_->FontName());
+    f.setPointSizeF(grid_->FontSize());
+    corner_->setFont(f);
+    const QVariant align = grid_->Cell(CellSetting::Alignment, 0, 0);
+    corner_->setAlignment(align.toInt() == int(Align::CenterCenter) ||
+                                  align.toInt() == int(Align::CenterTop)
+                              ? Qt::AlignCenter
+                              : Qt::AlignLeft | Qt::AlignVCenter);
+    corner_->raise();
 }
 
 void GridWidget::apply_geometry() {

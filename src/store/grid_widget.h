@@ -5,6 +5,8 @@
 
 #include <QTableView>
 
+class QLabel;
+
 namespace orva {
 
 // Shows a Grid it does not own and hands the user's input back as signals
@@ -82,8 +84,12 @@ class GridWidget : public QTableView {
                           const QItemSelection& deselected) override;
     void scrollContentsBy(int dx, int dy) override;
 
+  protected:
+    void updateGeometries() override;
+
   private:
     void grid_changed();
+    void apply_corner();
     void schedule_sync();
     void sync();
     void apply_geometry();
@@ -101,6 +107,7 @@ class GridWidget : public QTableView {
     bool applying_ = false; // the widget itself is writing into the grid
     quint64 scroll_serial_seen_ = 0;
     CellRef pressed_cell_;
+    QLabel* corner_ = nullptr; // cell (0, 0) where both headers meet
 };
 
 } // namespace orva

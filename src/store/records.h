@@ -42,23 +42,23 @@ template <int N> struct Fixed {
 // One occurrence of an appointment: 17 fields, 475 characters, laid out
 // exactly as on a member line.
 struct appt_rec {
-    Fixed<8> appt_first_date;  // "mmddyyyy", first date of the series
-    Fixed<8> appt_date;        // "mmddyyyy", this occurrence; names its month member
-    Fixed<5> appt_start;       // "hh:mm", blank when untimed
-    Fixed<5> appt_end;         // "hh:mm", blank with appt_start
-    Fixed<12> appt_id;         // shared by every occurrence of a series
+    Fixed<8> appt_first_date; // "mmddyyyy", first date of the series
+    Fixed<8> appt_date;       // "mmddyyyy", this occurrence; names its month member
+    Fixed<5> appt_start;      // "hh:mm", blank when untimed
+    Fixed<5> appt_end;        // "hh:mm", blank with appt_start
+    Fixed<12> appt_id;        // shared by every occurrence of a series
     Fixed<50> appt_text;
-    Fixed<15> appt_type;       // sticker key; blank means none
-    Fixed<2> appt_occurs;      // number field
+    Fixed<15> appt_type;  // sticker key; blank means none
+    Fixed<2> appt_occurs; // number field
     Fixed<2> appt_occurs_month;
     Fixed<2> appt_occurs_every;
-    Fixed<8> appt_until;       // "mm/dd/yy"
-    Fixed<2> appt_rem_lead;    // "0 " means no reminder
-    Fixed<2> appt_rem_unit;    // 0 minutes, 1 hours, 2 days; others count as minutes
+    Fixed<8> appt_until;    // "mm/dd/yy"
+    Fixed<2> appt_rem_lead; // "0 " means no reminder
+    Fixed<2> appt_rem_unit; // 0 minutes, 1 hours, 2 days; others count as minutes
     Fixed<2> appt_rem_anim;
-    Fixed<150> appt_rem_text;  // path of the alarm sound
+    Fixed<150> appt_rem_text; // path of the alarm sound
     Fixed<200> appt_notes;
-    Fixed<2> appt_pattern;     // "1 " by period, "2 " by ordinal weekday
+    Fixed<2> appt_pattern; // "1 " by period, "2 " by ordinal weekday
 };
 static_assert(sizeof(appt_rec) == 475, "a member line depends on this width");
 
@@ -70,10 +70,10 @@ struct rmdr_rec {
     Fixed<12> rmdr_id;
     Fixed<50> rmdr_text;
     Fixed<15> rmdr_type;
-    Fixed<8> rmdr_appt_date;   // "mmddyyyy"
-    Fixed<8> rmdr_date;        // "mm/dd/yy", due date; names its month member
-    Fixed<5> rmdr_time;        // "hh:nn", due time
-    Fixed<1> rmdr_fired;       // "F" waiting, "T" delivered
+    Fixed<8> rmdr_appt_date; // "mmddyyyy"
+    Fixed<8> rmdr_date;      // "mm/dd/yy", due date; names its month member
+    Fixed<5> rmdr_time;      // "hh:nn", due time
+    Fixed<1> rmdr_fired;     // "F" waiting, "T" delivered
     Fixed<2> rmdr_anim;
     Fixed<150> rmdr_alarm_text;
     Fixed<2> rmdr_again_count; // "1 " when made
@@ -82,9 +82,9 @@ static_assert(sizeof(rmdr_rec) == 271, "a member line depends on this width");
 
 // Summary of one day of the month in view; memory only.
 struct day_rec {
-    Fixed<5> day_time;   // earliest "hh:mm", "00:00" untimed, "40404" no appointment
-    Fixed<15> day_type;  // appt_type of that appointment, "Alarm" when it has none
-    Fixed<2> day_index;  // its appt_tbl row, cut to two characters by design
+    Fixed<5> day_time;  // earliest "hh:mm", "00:00" untimed, "40404" no appointment
+    Fixed<15> day_type; // appt_type of that appointment, "Alarm" when it has none
+    Fixed<2> day_index; // its appt_tbl row, cut to two characters by design
 };
 
 // The transfer record between a member line and a table row. Number fields
@@ -99,7 +99,7 @@ struct cur_rec {
     // Members only reminder lines use.
     QString cur_rmdr_appt_date, cur_rmdr_time, cur_rmdr_fired;
     qint16 cur_again_count = 0;
-    QString rec_end;     // the two characters that end a line
+    QString rec_end; // the two characters that end a line
     int rec_end_len = 2;
 };
 
@@ -117,9 +117,9 @@ constexpr QStringView day_none = u"40404";
 struct Tables {
     Tables();
 
-    std::vector<appt_rec> appt_tbl;  // 1..appt_limit
-    std::vector<appt_rec> occur_tbl; // 1..occur_limit
-    std::vector<rmdr_rec> rmdr_tbl;  // 1..rmdr_limit
+    std::vector<appt_rec> appt_tbl;             // 1..appt_limit
+    std::vector<appt_rec> occur_tbl;            // 1..occur_limit
+    std::vector<rmdr_rec> rmdr_tbl;             // 1..rmdr_limit
     std::array<day_rec, day_limit + 1> day_tbl; // 1..31, day d of cur_date's month
     qint16 appt_count = 0, occur_count = 0, rmdr_count = 0;
     qint16 appt_next = 0; // running row during a load; moves with appt_count

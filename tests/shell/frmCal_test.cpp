@@ -18,7 +18,7 @@ namespace orva {
 namespace {
 
 class MainWindowTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         install_clock(&clk);
@@ -41,8 +41,9 @@ protected:
     }
 
     void add_today_reminder(Shared& sh) {
-        append_rmdr_line(sh, sh.cal_path, testing::make_rmdr(QStringLiteral("11/21/26"),
-                                                             QStringLiteral("211000001111")));
+        append_rmdr_line(
+            sh, sh.cal_path,
+            testing::make_rmdr(QStringLiteral("11/21/26"), QStringLiteral("211000001111")));
     }
 
     QTemporaryDir dir;

@@ -12,7 +12,7 @@ namespace orva {
 namespace {
 
 class OptionsTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         install_clock(&clk);
@@ -50,13 +50,16 @@ protected:
     }
 
     static QStringList full_row() {
-        return {QStringLiteral("mnuForest"), QStringLiteral("3"), QStringLiteral("255"),
-                QStringLiteral("1"), QStringLiteral("True"), QStringLiteral("DejaVu Sans Mono"),
-                QStringLiteral("12"), QStringLiteral("128"), QStringLiteral("True"),
-                QStringLiteral("False"), QStringLiteral("weekvw"), QStringLiteral("F"),
-                QStringLiteral("03152026"), QStringLiteral("9000"), QStringLiteral("12000"),
-                QStringLiteral("300"), QStringLiteral("450"), QStringLiteral("0"),
-                QStringLiteral("False"), QStringLiteral("True")};
+        return {QStringLiteral("mnuForest"), QStringLiteral("3"),
+                QStringLiteral("255"),       QStringLiteral("1"),
+                QStringLiteral("True"),      QStringLiteral("DejaVu Sans Mono"),
+                QStringLiteral("12"),        QStringLiteral("128"),
+                QStringLiteral("True"),      QStringLiteral("False"),
+                QStringLiteral("weekvw"),    QStringLiteral("F"),
+                QStringLiteral("03152026"),  QStringLiteral("9000"),
+                QStringLiteral("12000"),     QStringLiteral("300"),
+                QStringLiteral("450"),       QStringLiteral("0"),
+                QStringLiteral("False"),     QStringLiteral("True")};
     }
 
     QTemporaryDir dir;
@@ -142,7 +145,8 @@ TEST_F(OptionsTest, NoColourModeShowsChosenColourCheckedAfterLoad) {
 
 TEST_F(OptionsTest, EmptyPlacementCellsTakeTheFixedSizeAndTheWorkAreaCorner) {
     QStringList row = full_row();
-    for (int c = 13; c <= 17; ++c) row[c].clear();
+    for (int c = 13; c <= 17; ++c)
+        row[c].clear();
     store_row(row);
     w.area = QRect(600, 450, 28800, 15000);
     load_options(s, w);
@@ -168,7 +172,8 @@ TEST_F(OptionsTest, SaveWithNoCalendarOpenShowsTheErrorNumber) {
     s.cal_path.clear();
     save_options(s, w);
     ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_TRUE(m.messages()[0].startsWith(QStringLiteral("Error saving settings. Error Number : ")))
+    EXPECT_TRUE(
+        m.messages()[0].startsWith(QStringLiteral("Error saving settings. Error Number : ")))
         << m.messages()[0].toStdString();
     EXPECT_NE(m.messages()[0], QStringLiteral("Error saving settings. Error Number : 0"));
     EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);

@@ -15,7 +15,7 @@ namespace orva {
 namespace {
 
 class StartupTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         install_clock(&clk);
@@ -116,7 +116,7 @@ TEST_F(StartupTest, RunAfterMonthsAwayHoldsAllOverdueRemindersOfThoseMonths) {
 }
 
 class ExitTest : public StartupTest {
-protected:
+  protected:
     void SetUp() override {
         StartupTest::SetUp();
         ASSERT_TRUE(start(s, w));

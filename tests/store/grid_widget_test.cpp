@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPixmap>
@@ -197,6 +198,23 @@ TEST_F(GridWidgetTest, FixedRowAndColumnStayAsHeadersInTheFixedColour) {
     EXPECT_EQ(pixel(w, QPoint(head.left() + 2, head.top() + 2)), QColor(10, 100, 200));
     const QRect label = w.cell_rect(5, 0);
     EXPECT_EQ(pixel(w, QPoint(label.right() - 2, label.top() + 2)), QColor(10, 100, 200));
+}
+
+TEST_F(GridWidgetTest, CellWhereBothHeadersMeetShowsItsTextInTheFixedColour) {
+    grid.setBackColorFixed(rgb(10, 100, 200));
+    grid.setTextMatrix(0, 0, QStringLiteral("Time"));
+    with_headings();
+    auto* corner = w.findChild<QLabel*>(QStringLiteral("corner"));
+    ASSERT_NE(corner, nullptr);
+    EXPECT_TRUE(corner->isVisible());
+    EXPECT_EQ(corner->text(), QStringLiteral("Time"));
+    EXPECT_EQ(corner->accessibleName(), QStringLiteral("Time"));
+    EXPECT_EQ(corner->width(), w.verticalHeader()->width());
+    EXPECT_EQ(pixel(w, corner->geometry().topLeft() + QPoint(1, 1)), QColor(10, 100, 200));
+
+    grid.setFixedRows(0);
+    w.refresh();
+    EXPECT_FALSE(corner->isVisible());
 }
 
 TEST_F(GridWidgetTest, TheFixedColumnStaysWhenTheGridScrollsSideways) {

@@ -7,7 +7,7 @@ namespace orva::testing {
 // The main window as the shell's logic sees it, with a 1920x1040 work area at
 // 96 dpi (15 twips a pixel) and counters for what the logic asked of it.
 class FakeWindow final : public WindowPort {
-public:
+  public:
     QRect area{0, 0, 1920 * 15, 1040 * 15};
     QRect geometry{0, 0, 11910, 8550};
     int state = 0;
@@ -18,7 +18,10 @@ public:
 
     QRect work_area() const override { return area; }
     QRect frame() const override { return geometry; }
-    void move_to(const QRect& r) override { geometry = r; ++moves; }
+    void move_to(const QRect& r) override {
+        geometry = r;
+        ++moves;
+    }
     int window_state() const override { return state; }
     void set_window_state(int s) override { state = s; }
     bool status_bar_visible() const override { return status_bar; }
@@ -29,7 +32,10 @@ public:
     void show_day_view() override { ++day_views; }
     void show_long_date(const QString& text) override { long_date = text; }
     void set_busy(bool) override {}
-    bool hide_to_tray() override { hidden = tray; return tray; }
+    bool hide_to_tray() override {
+        hidden = tray;
+        return tray;
+    }
     void sync_menus() override { ++menu_syncs; }
     void end_program() override { ++ends; }
 };

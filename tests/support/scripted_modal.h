@@ -13,7 +13,7 @@ namespace orva::testing {
 // The modal seam as a test drives it: answers are queued ahead, and every
 // message, question, dialog and form opened is recorded with its exact text.
 class ScriptedModal final : public Modal {
-public:
+  public:
     struct Shown {
         QString kind; // "message", "question", "save", "open", "form"
         QString text; // the message text, the filter, or the form's name
@@ -21,8 +21,8 @@ public:
     };
 
     std::vector<Shown> shown;
-    std::deque<Answer> answers;       // for ask_yes_no; No when empty
-    std::deque<QString> file_answers; // for both file dialogs; "" when empty
+    std::deque<Answer> answers;                     // for ask_yes_no; No when empty
+    std::deque<QString> file_answers;               // for both file dialogs; "" when empty
     std::map<QString, std::function<void()>> forms; // what a form "does"
 
     void message(const QString& text, MsgStyle style) override {
@@ -55,7 +55,7 @@ public:
         return nullptr;
     }
 
-private:
+  private:
     QString file(QStringView kind, const QString& filter) {
         shown.push_back({kind.toString(), filter, MsgStyle::Plain});
         if (file_answers.empty()) return {};
@@ -67,7 +67,7 @@ private:
 
 // Installs a seam for the life of a test and puts the silent one back after.
 class ModalGuard {
-public:
+  public:
     explicit ModalGuard(Modal* m) { install_modal(m); }
     ~ModalGuard() { install_modal(nullptr); }
 };
