@@ -65,7 +65,6 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
         s.vsSched.setRedraw(2);
         s.Cal.setRedraw(2);
         s.sysCalender_enabled = false;
-        w.set_busy(false);
     }
 
     if (s.menus.mnuStart && w.hide_to_tray()) s.sysCalender_enabled = true;
