@@ -5,6 +5,8 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
+#include <map>
 
 namespace orva {
 
@@ -17,6 +19,37 @@ struct MenuChecks {
     bool mnuShowTimes = true;    // "Show Times in appointment text"
     bool mnuStat = true;         // "Show status bar"; the bar follows it
     bool mnuStart = false;       // "Start when computer starts"
+};
+
+// A control of the main form other than a grid, as the logic sees it: the
+// window copies these onto its widgets (found by object name) after every
+// event it forwards, so the logic never touches a widget.
+struct Control {
+    bool enabled = true;
+    bool visible = true;
+    QString text; // caption, label text or the plain text of a text box
+    QString tip;  // tool-tip
+};
+
+// A drop-down list of the main form: its items and the selected position
+// (-1 none). Changing list_index from the logic does not run the list's
+// change handler; callers run it themselves where the program does.
+struct ComboList {
+    QStringList items;
+    int list_index = -1;
+    QString text() const {
+        return list_index >= 0 && list_index < items.size() ? items[list_index] : QString();
+    }
+    void clear() {
+        items.clear();
+        list_index = -1;
+    }
+};
+
+// One panel of the status bar.
+struct StatusPanel {
+    QString text;
+    QString tip;
 };
 
 // The whole shared module: the store's tables and files plus the main form's
@@ -57,6 +90,61 @@ struct AppState : Shared {
     int form_height = 0, form_width = 0, form_top = 0, form_left = 0; // twips
     int form_state = 0;           // 0 normal, 1 minimised, 2 maximised
     QString work_start, work_end; // "8:00:00 AM", "5:00:00 PM"
+
+    // --- controls of the main form other than grids, by object name -----
+    // Missing names are made on first use with their design state (enabled,
+    // visible, no text).
+    std::map<QString, Control> controls;
+    Control& ctl(const QString& name) { return controls[name]; }
+    // Status-bar panels by key: "nbrAppts " (with its blank), "cFile",
+    // "yrDay", "daysLeft".
+    std::map<QString, StatusPanel> status_panels;
+    QString tab_key = QStringLiteral("appt"); // key of the selected tab of TabStrip1
+
+    // The main tick's switch; stopped around modal forms and date changes so
+    // that a tick cannot refill a planner in the middle of a rebuild.
+    bool timer1_enabled = false;
+
+    // --- day planner ------------------------------------------------------
+    qint16 day_appts = 0;           // entries laid on the day grid
+    qint16 week_appts = 0;          // entries in the week planner
+    qint16 month_appts = 0;         // entries in the month planner
+    qint16 cur_row = 0, cur_col = 0; // the block last placed or clicked
+    QString first_row, first_col;   // first block of a fill; "" until one is placed
+    qint16 slot_row = 0, slot_col = 0; // column search; slot_col keeps its value when nothing is free
+    qint16 now_row_old = 0, now_row = 0;
+    Color now_color = 15000061; // RGB(253,225,228)
+    int blankColWidth = 45;     // spacer width in twips: 3 pixels, fixed at start
+    int mouse_col_noted = 0;    // column of the last left press on vsSched; decides the tips
+    int last_edit_key = 0;      // last key typed into a cell editor (Qt::Key)
+    int quick_left = 0, quick_top = 0; // twips: where the cell of a quick entry lies on vsSched
+
+    // --- hand-over to the editor ----------------------------------------
+    bool new_appt = false;
+    int edit_index = 0; // row of appt_tbl
+    QDate edit_date;
+    QString edit_start; // the row's time label, " " for untimed
+    bool appt_from_planner = false;
+    bool appt_copy = false;
+    qint16 rem_lead = 0, rem_unit = 0, rem_anim = 1;
+
+    // --- navigator --------------------------------------------------------
+    int today_day = 0; // day number drawn white and bold in any month shown
+    qint16 cal_row = 0, cal_col = 0;
+    qint16 cal_sel_row = 0, cal_sel_col = 0; // row 0: nothing selected
+    Color cal_pick_color = 8454143;           // RGB(255,255,128)
+    Color cal_back_color = rgb(255, 255, 255); // the skin's; white until one applies
+    bool combo_lock = false;
+    QDate first_day, next_first_day;
+    int month_days = 0;
+    int first_wday = 0; // 0 Sunday .. 6 Saturday
+    ComboList Combo1, Combo2; // month names; years 2001 .. today + 15
+
+    // --- notes ------------------------------------------------------------
+    QString notes_text;  // in and out of frmNotes
+    QString notes_shown; // what frmNotes opened with
+    bool notes_dirty = false;
+    QString caller_form; // "apptfrm" or "dtlfrm"
 };
 
 // What the shell's logic needs of the main window. Geometry is in twips.

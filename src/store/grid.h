@@ -169,6 +169,15 @@ class Grid {
     int TopRow() const;      // first scrollable row shown; set by ShowCell too
     void setTopRow(int row); // drops an earlier ShowCell request
     int LeftCol() const;     // first scrollable column shown, as the view reports it
+    // The control's outer size on screen, in twips, as the window's layout
+    // placed it; the planners size their columns and rows from it. 0 until
+    // the layout has run. Setting it is not a change of the grid.
+    int Width() const { return width_; }
+    int Height() const { return height_; }
+    void set_extent(int width_twips, int height_twips) {
+        width_ = width_twips;
+        height_ = height_twips;
+    }
     // Asks the view to scroll the cell into view; the request is kept.
     void ShowCell(int row, int col);
     int shown_row() const { return shown_row_; }
@@ -329,6 +338,7 @@ class Grid {
     int shown_row_ = -1, shown_col_ = -1;
     quint64 scroll_serial_ = 0;
     int mouse_row_ = -1, mouse_col_ = -1;
+    int width_ = 0, height_ = 0;
     int redraw_ = 1;
     QString tool_tip_;
     Measure measure_;

@@ -1,0 +1,1 @@
+#include "appointments/frmNotes.h"

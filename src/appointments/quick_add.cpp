@@ -1,0 +1,1 @@
+#include "appointments/quick_add.h"

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "appointments/stickers.h"
+#include "shell/app_state.h"
+
+#include <QTime>
+
+namespace orva {
+
+// frmQuick ("Quick Add") as the logic sees it. It works on row appt_count of
+// appt_tbl, the row just typed into a planner grid.
+struct QuickForm {
+    QString caption;       // the text of the new entry
+    StickerList typeIcombo; // labelled "Sticker"
+    QTime DTPicker1;       // labelled "End Time"
+    bool picker_enabled = true;
+};
+
+void frmQuick_Load(AppState& s, QuickForm& f);
+// OK: returns true when the form unloads; false after "End time is less than
+// Start Time" (information style), with the form staying.
+bool frmQuick_OK(AppState& s, QuickForm& f);
+// Cancel: the selected cell of the planner grid is emptied; the row stays.
+void frmQuick_Cancel(AppState& s, QuickForm& f);
+
+inline const QString end_before_start_text = QStringLiteral("End time is less than Start Time");
+
+// frmNotes ("Notes"): edits notes_text, at most 200 characters.
+struct NotesForm {
+    QString rtNotes; // the text in the box
+    QString font_name;
+    double font_size = 10;
+    bool font_bold = false;
+    int cursor = 0; // position of the text cursor
+    // Placement: offset in twips from the top-left corner of the control
+    // named `anchor` ("frmAppt1" or "Frame2").
+    QString anchor;
+    int dx = 0, dy = 0;
+};
+
+inline constexpr int notes_limit = 200;
+
+void frmNotes_Load(AppState& s, NotesForm& f);
+void frmNotes_OK(AppState& s, NotesForm& f);
+void frmNotes_Cancel(AppState& s, NotesForm& f);
+
+} // namespace orva

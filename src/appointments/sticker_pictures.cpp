@@ -1,0 +1,1 @@
+#include "appointments/sticker_pictures.h"

@@ -1,0 +1,1 @@
+#include "views/day_view.h"

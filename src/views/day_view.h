@@ -1,0 +1,109 @@
+#pragma once
+
+#include "shell/app_state.h"
+
+#include <QString>
+#include <QTime>
+
+namespace orva {
+
+// The day planner on vsSched: 49 rows (0 untimed, 1..48 the half hours from
+// midnight), 20 columns (0 the time labels, odd ones 3-pixel spacers whose
+// cells all hold the data "blank", even ones 2..18 appointment columns). A
+// cell's data is the appt_tbl row it shows; nothing else is kept in the grid.
+
+// Data of every spacer cell.
+inline const QString blank_data = QStringLiteral("blank");
+
+inline constexpr int day_rows = 49;
+inline constexpr int day_cols = 20;
+inline constexpr int scroll_row = 15; // 07:00 is the top row after a rebuild
+inline constexpr Color block_border_color = rgb(0, 0, 125);
+
+// The fixed label of grid row r (0..48): " " for row 0, then " 12:00 am",
+// " 12:30 am", " 01:00 am" ... " 11:30 pm", whatever the locale.
+QString day_row_label(int row);
+
+// "hh:mm" to a grid row: five blanks (or empty) give 0; otherwise hour x 2 + 1,
+// one more when the minute is above 29.
+int start_slot(const QString& t);
+// The last row of a block that starts at `start`: an end on the hour or half
+// hour closes the block with the slot before it unless the block is
+// zero-length. A blank end gives 0.
+int end_slot(const QString& end, const QString& start);
+
+// Clears the rows and writes the 49 labelled rows with the spacers' data,
+// the options' font and the row heights (270 twips up to size 10, 400 above;
+// row 0 800).
+void build_day_rows(AppState& s);
+// Merge, hiding and selection behaviour of an empty day: every column from 1
+// hidden, then 1 and 2 shown.
+void format_day_grid(AppState& s);
+// Lays every appointment of cur_date into the grid, in the order of
+// appt_start then appt_id, and recounts the status bar. The caller clears
+// first_row / first_col before and calls size_sched_cols after.
+void fill_day(AppState& s);
+// The same for edit_date; reports where the entry `id` came to lie
+// (row, col untouched when it is not there), then sizes the columns,
+// restores the font and recounts.
+void fill_day_find(AppState& s, const QString& id, int& row, int& col);
+// Lays one appointment; see the column search and the merge guard inside.
+void place_appt(AppState& s, const QString& start, const QString& end, const QString& id,
+                const QString& type, const QString& text, int index, QString& first_row,
+                QString& first_col);
+// Widths of the shown appointment columns: at most three share vsSched's
+// width; the spare free column gets 320 twips.
+void size_sched_cols(AppState& s);
+// Paints the free cells of the clock's half hour with now_color and takes the
+// colour off the row painted before.
+void mark_now_row(AppState& s);
+// The tool-tip for the cell under the mouse: "h:mm am/pm - h:mm am/pm  text"
+// on an appointment, cleared elsewhere.
+void sched_tip(AppState& s, int row, int col);
+// Fills appt_tbl row `index` for a text typed into cell (row, col).
+void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col);
+// The options' font on the grid object (name, size, bold, italic, colour).
+void set_sched_font(AppState& s);
+
+// The day's first block into the detail pane when the "appt" tab is selected:
+// Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.
+void show_first_block(AppState& s);
+
+// The Day tool picture: shows the day planner for cur_date, switching the
+// layout when another planner (or none) was up, and saves the options.
+void imageDay_Click(AppState& s, WindowPort& w);
+
+// Events of vsSched, with grid rows and columns.
+void vsSched_Click(AppState& s, int row, int col);
+void vsSched_DblClick(AppState& s, int row, int col);
+// Returns true when the edit is to be cancelled.
+bool vsSched_BeforeEdit(AppState& s, int row, int col);
+// `before` is the cell's text when the edit began.
+void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QString& before);
+// Tab with no row selected goes to the clock's row. Returns true when the key
+// was used.
+bool vsSched_KeyDown(AppState& s, int key);
+void vsSched_MouseDown(AppState& s, int button, int row, int col);
+void vsSched_MouseUp(AppState& s);
+void vsSched_MouseMove(AppState& s, int buttons, int row, int col);
+
+// The hand-over of a double click on (row, col) without opening anything:
+// edit_start, new_appt, edit_index, edit_date, rem_* as the editor expects.
+void sched_hand_over(AppState& s, int row, int col);
+
+// Opens the editor through the modal seam with the main tick stopped around it.
+void open_editor(AppState& s);
+
+// " Select and Open a Calendar first"
+inline const QString no_calendar_text = QStringLiteral(" Select and Open a Calendar first");
+inline const QString dbl_click_to_edit_text = QStringLiteral(
+    "Double click to edit appointment or click the Edit Details button in the Appointment "
+    "Details tab.");
+
+// Format(t, "h:mm am/pm") and Format(t, "hh:mm am/pm") of the program.
+QString format_h_mm_ampm(const QTime& t);
+QString format_hh_mm_ampm(const QTime& t);
+// "hh:mm" text to a time; invalid for blanks or nonsense.
+QTime hhmm_to_time(const QString& t);
+
+} // namespace orva

@@ -1,0 +1,1 @@
+#include "views/detail_pane.h"

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "shell/app_state.h"
+
+namespace orva {
+
+// The detail pane Frame2 under the day planner: vsDtl (2 columns, 6 rows:
+// text, time line, reminder line, count line, two blank rows) and the note
+// box rtNotes, with the pictures imgDtlAppt, imgDtlNote, imgDtlPrior,
+// imgDtlNext and prtdtlImg. Their state lives in AppState::controls.
+
+// Picture keys of the three detail lines (rows 1..3 of vsDtl).
+inline const QString dtl_picture_keys[3] = {QStringLiteral("DtlTime"),
+                                            QStringLiteral("DtlReminder"),
+                                            QStringLiteral("DtlCount")};
+
+// Caption of Frame2 "", vsDtl cleared, rtNotes " ", the five pictures off.
+void clear_detail(AppState& s);
+// Shows the appointment in cell (row, col) of vsSched; row -1 does nothing.
+void show_detail(AppState& s, int row, int col);
+// Builds vsDtl and rtNotes for appt_tbl row `index` shown on grid row `row`.
+void fill_dtl(AppState& s, int index, int row);
+// The texts of the three lines, word for word.
+QString dtl_time_line(const appt_rec& a, int grid_row);
+QString dtl_duration(const QString& start, const QString& end);
+QString dtl_reminder_line(const AppState& s, const appt_rec& a);
+QString dtl_count_line(const AppState& s, const appt_rec& a);
+// Shows Frame2 when the "appt" tab is selected.
+void TabStrip1_Click(AppState& s);
+// The walk through the day's cells.
+void imgDtlNext_Click(AppState& s);
+void imgDtlPrior_Click(AppState& s);
+// Opens the editor for the current cell of vsSched, as a double click does.
+void imgDtlAppt_Click(AppState& s);
+// The note editor path through frmNotes.
+void imgDtlNote_Click(AppState& s);
+void vsDtl_DblClick(AppState& s);
+void vsDtl_KeyDown(AppState& s);
+void rtNotes_DblClick(AppState& s); // also a key press in rtNotes
+
+} // namespace orva
