@@ -100,6 +100,9 @@ inline const QString dbl_click_to_edit_text = QStringLiteral(
     "Double click to edit appointment or click the Edit Details button in the Appointment "
     "Details tab.");
 
+// "  " + the long date of the system's locale: the text of Label1.
+QString long_date_label(const QDate& d);
+
 // Format(t, "h:mm am/pm") and Format(t, "hh:mm am/pm") of the program.
 QString format_h_mm_ampm(const QTime& t);
 QString format_hh_mm_ampm(const QTime& t);
