@@ -1,1 +1,110 @@
 #include "appointments/quick_add.h"
+
+#include "shell/modal.h"
+#include "views/day_view.h"
+
+namespace orva {
+
+namespace {
+
+QString cut_trailing_blanks(const QString& s) {
+    qsizetype n = s.size();
+    while (n > 0 && s.at(n - 1) == u' ')
+        --n;
+    return s.left(n);
+}
+
+} // namespace
+
+void frmQuick_Load(AppState& s, QuickForm& f) {
+    fill_stickers(f.typeIcombo, QStringLiteral("frmQuick"));
+    f.typeIcombo.list_index = 0;
+    const appt_rec* a = s.appt_row(s.appt_count);
+    if (!a) {
+        f.caption.clear();
+        f.picker_enabled = false;
+        f.DTPicker1 = QTime(0, 0);
+        return;
+    }
+    f.caption = cut_trailing_blanks(a->appt_text);
+    const QString start = a->appt_start;
+    const bool timed = start_slot(start) != 0;
+    // Row 0 of the day planner makes an untimed entry, which has no end to
+    // pick; the week and month planners always hand over the present time.
+    f.picker_enabled = (s.view_day && timed) || s.view_week || s.view_month;
+    const QTime t = hhmm_to_time(start);
+    f.DTPicker1 = t.isValid() ? t : QTime(0, 0);
+}
+
+bool frmQuick_OK(AppState& s, QuickForm& f) {
+    appt_rec* a = s.appt_row(s.appt_count);
+    if (!a) return true;
+    const QString start_value = a->appt_start;
+    const QString end_value = f.DTPicker1.toString(QStringLiteral("HH:mm"));
+    // Compared as rows of the day grid, not as minutes: an end inside the
+    // start's half hour is still a valid one-row entry.
+    if (f.picker_enabled && end_slot(end_value, start_value) < start_slot(start_value)) {
+        modal().message(end_before_start_text, MsgStyle::Information);
+        return false;
+    }
+    a->appt_type = f.typeIcombo.selected_key();
+    // A disabled picker still holds a time; writing it would give an untimed
+    // entry an end and make the store see a timed one.
+    if (f.picker_enabled) a->appt_end = end_value;
+    return true;
+}
+
+void frmQuick_Cancel(AppState& s, QuickForm& f) {
+    Q_UNUSED(f);
+    // The row is left as the grid made it ("0", end = start): the caller
+    // still writes it, so Cancel keeps a one-row entry rather than undoing it.
+    if (s.view_day) {
+        Grid& g = s.vsSched;
+        if (g.Row() >= 0 && g.Col() >= 0) g.setTextMatrix(g.Row(), g.Col(), QString());
+    } else if (s.view_week || s.view_month) {
+        // A cell of vsOvervw holds a whole day's lines, not one entry: which
+        // part to empty is for the week and month planners to say.
+    }
+}
+
+void frmNotes_Load(AppState& s, NotesForm& f) {
+    f.font_name = s.grid_font_name;
+    bool ok = false;
+    const double pt = s.grid_font_size.trimmed().toDouble(&ok);
+    if (ok && pt > 0) f.font_size = pt;
+    f.font_bold = s.grid_font_bold;
+
+    // notes_text is normally a whole field, 200 blanks when there are no notes.
+    const QString shown = cut_trailing_blanks(s.notes_text);
+    f.rtNotes = shown.left(notes_limit);
+    f.cursor = int(f.rtNotes.size());
+    s.notes_shown = s.notes_text;
+
+    if (s.caller_form == u"apptfrm") {
+        f.anchor = QStringLiteral("frmAppt1");
+        f.dx = 2400;
+        f.dy = 200;
+    } else if (s.caller_form == u"dtlfrm") {
+        f.anchor = QStringLiteral("Frame2");
+        f.dx = 1800;
+        f.dy = 200;
+    } else {
+        f.anchor.clear();
+        f.dx = f.dy = 0;
+    }
+}
+
+void frmNotes_OK(AppState& s, NotesForm& f) {
+    const QString text = f.rtNotes.left(notes_limit);
+    // notes_shown is usually blank-padded and the box never is: compared as
+    // they stand, opening and OK alone would count as an edit.
+    if (cut_trailing_blanks(text) != cut_trailing_blanks(s.notes_shown)) s.notes_dirty = true;
+    s.notes_text = text;
+}
+
+void frmNotes_Cancel(AppState& s, NotesForm& f) {
+    Q_UNUSED(f);
+    s.notes_dirty = false;
+}
+
+} // namespace orva

@@ -10,9 +10,9 @@ namespace orva {
 // frmQuick ("Quick Add") as the logic sees it. It works on row appt_count of
 // appt_tbl, the row just typed into a planner grid.
 struct QuickForm {
-    QString caption;       // the text of the new entry
+    QString caption;        // the text of the new entry
     StickerList typeIcombo; // labelled "Sticker"
-    QTime DTPicker1;       // labelled "End Time"
+    QTime DTPicker1;        // labelled "End Time"
     bool picker_enabled = true;
 };
 

@@ -1,1 +1,130 @@
+#include "../store/store_fixtures.h"
+#include "appointments/sticker_pictures.h"
+#include "appointments/stickers.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QImage>
 #include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+QStringList all_keys() {
+    QStringList keys;
+    for (const Sticker& st : sticker_table())
+        keys << st.key;
+    keys << QStringLiteral("DtlTime") << QStringLiteral("DtlReminder")
+         << QStringLiteral("DtlCount");
+    return keys;
+}
+
+struct Coverage {
+    int opaque = 0;      // pixels with any alpha
+    int transparent = 0; // pixels with none
+    int coloured = 0;    // opaque pixels that are not a shade of grey
+};
+
+Coverage coverage(const QPixmap& pm) {
+    Coverage c;
+    const QImage img = pm.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x) {
+            const QRgb p = img.pixel(x, y);
+            if (qAlpha(p) == 0) {
+                ++c.transparent;
+                continue;
+            }
+            ++c.opaque;
+            if (std::max({qRed(p), qGreen(p), qBlue(p)}) -
+                    std::min({qRed(p), qGreen(p), qBlue(p)}) >
+                40)
+                ++c.coloured;
+        }
+    return c;
+}
+
+TEST(StickerPictures, ColourEmojiFontIsInstalled) {
+    EXPECT_TRUE(QFontDatabase::families().contains(QStringLiteral("Noto Color Emoji")));
+}
+
+// A missing glyph would still draw a box with visible pixels, so the font is
+// asked for every character that is not a presentation selector.
+TEST(StickerPictures, EveryPictureIsAGlyphOfTheEmojiFont) {
+    const QFontMetrics fm(QFont(QStringLiteral("Noto Color Emoji")));
+    for (const QString& key : all_keys()) {
+        for (char32_t ch : picture_emoji(key).toUcs4()) {
+            if (ch == 0xFE0F) continue;
+            EXPECT_TRUE(fm.inFontUcs4(ch))
+                << key.toStdString() << " U+" << std::hex << unsigned(ch);
+        }
+    }
+}
+
+TEST(StickerPictures, EveryKeyDrawsAVisiblePictureInATransparentSquare) {
+    int coloured = 0;
+    for (const QString& key : all_keys()) {
+        const QPixmap pm = sticker_picture(key, 24);
+        ASSERT_FALSE(pm.isNull()) << key.toStdString();
+        EXPECT_EQ(pm.size(), QSize(24, 24)) << key.toStdString();
+        const Coverage c = coverage(pm);
+        EXPECT_GT(c.opaque, 24 * 24 / 8) << key.toStdString();
+        EXPECT_GT(c.transparent, 0) << key.toStdString();
+        coloured += c.coloured > 0;
+    }
+    // A few pictures (headphones, a football, cutlery) are grey by design; a
+    // sheet of grey ones would mean the colour font was not used at all.
+    EXPECT_GT(coloured, 66);
+}
+
+TEST(StickerPictures, PictureFitsInsideTheSquare) {
+    // Wide glyphs must be shrunk, not clipped: the outer ring stays mostly clear.
+    const QImage img = sticker_picture(QStringLiteral("USA Flag"), 32).toImage();
+    int edge = 0;
+    for (int i = 0; i < 32; ++i) {
+        edge += qAlpha(img.pixel(i, 0)) > 0;
+        edge += qAlpha(img.pixel(i, 31)) > 0;
+        edge += qAlpha(img.pixel(0, i)) > 0;
+        edge += qAlpha(img.pixel(31, i)) > 0;
+    }
+    EXPECT_LT(edge, 32);
+}
+
+TEST(StickerPictures, UnknownKeyGivesNoPicture) {
+    EXPECT_TRUE(sticker_picture(QStringLiteral("Meeting"), 24).isNull());
+    EXPECT_TRUE(sticker_picture(QStringLiteral("0"), 24).isNull());
+    EXPECT_TRUE(sticker_picture(QString(), 24).isNull());
+    EXPECT_TRUE(sticker_picture(QStringLiteral("Car"), 0).isNull());
+    EXPECT_TRUE(sticker_icon(QStringLiteral("Meeting")).isNull());
+}
+
+TEST(StickerPictures, PaddedKeyDrawsTheSamePicture) {
+    const QImage plain = sticker_picture(QStringLiteral("Car"), 20).toImage();
+    const QImage padded = sticker_picture(QStringLiteral("Car            "), 20).toImage();
+    EXPECT_EQ(plain, padded);
+}
+
+TEST(StickerPictures, DifferentStickersLookDifferent) {
+    EXPECT_NE(sticker_picture(QStringLiteral("Newmoon"), 24).toImage(),
+              sticker_picture(QStringLiteral("Fullmoon"), 24).toImage());
+    EXPECT_NE(sticker_picture(QStringLiteral("Alarm"), 24).toImage(),
+              sticker_picture(QStringLiteral("Alarmclock"), 24).toImage());
+}
+
+TEST(StickerPictures, IconOffersSmallAndLargeSizes) {
+    const QIcon icon = sticker_icon(QStringLiteral("Pumpkin"));
+    ASSERT_FALSE(icon.isNull());
+    EXPECT_EQ(icon.pixmap(16, 16).size(), QSize(16, 16));
+    EXPECT_GT(coverage(icon.pixmap(32, 32)).coloured, 0);
+}
+
+TEST(StickerPictures, PlannerProviderDrawsStickerKeysOnly) {
+    const PictureProvider provide = planner_pictures();
+    const QPixmap pm = provide(QStringLiteral("Pumpkin        "), 18);
+    ASSERT_FALSE(pm.isNull());
+    EXPECT_EQ(pm.size(), QSize(18, 18));
+    EXPECT_TRUE(provide(QStringLiteral("Meeting"), 18).isNull());
+}
+
+} // namespace
+} // namespace orva
