@@ -10,9 +10,8 @@ namespace orva {
 // imgDtlNext and prtdtlImg. Their state lives in AppState::controls.
 
 // Picture keys of the three detail lines (rows 1..3 of vsDtl).
-inline const QString dtl_picture_keys[3] = {QStringLiteral("DtlTime"),
-                                            QStringLiteral("DtlReminder"),
-                                            QStringLiteral("DtlCount")};
+inline const QString dtl_picture_keys[3] = {
+    QStringLiteral("DtlTime"), QStringLiteral("DtlReminder"), QStringLiteral("DtlCount")};
 
 // Caption of Frame2 "", vsDtl cleared, rtNotes " ", the five pictures off.
 void clear_detail(AppState& s);

@@ -1,1 +1,385 @@
 #include "views/navigator.h"
+
+#include "shell/clock.h"
+#include "shell/modal.h"
+#include "store/calendar_file.h"
+#include "views/day_view.h"
+#include "views/detail_pane.h"
+
+namespace orva {
+namespace {
+
+constexpr int cal_rows = 7; // the header and six weeks
+constexpr int cal_cols = 7; // Sunday .. Saturday
+constexpr int first_year = 2001;
+constexpr int years_ahead = 15;
+constexpr Color pick_color = 8454143;   // RGB(255,255,128)
+constexpr int cell_margin = 10;         // twips kept off every column and row
+constexpr int key_tab = 0x01000001;     // Qt::Key_Tab
+constexpr int key_backtab = 0x01000002; // Qt::Key_Backtab, what Shift+Tab arrives as
+
+const QString cal_header = QStringLiteral("^SUN|^MON|^TUE|^WED|^THU|^FRI|^SAT");
+
+const QStringList& month_names() {
+    static const QStringList names = {
+        QStringLiteral("January"), QStringLiteral("February"), QStringLiteral("March"),
+        QStringLiteral("April"),   QStringLiteral("May"),      QStringLiteral("June"),
+        QStringLiteral("July"),    QStringLiteral("August"),   QStringLiteral("September"),
+        QStringLiteral("October"), QStringLiteral("November"), QStringLiteral("December")};
+    return names;
+}
+
+bool is_day_cell(const Grid& g, int row, int col) {
+    return row >= 1 && row < g.Rows() && col >= 0 && col < g.Cols() &&
+           !g.TextMatrix(row, col).isEmpty();
+}
+
+Color back_of(const Grid& g, int row, int col) {
+    return Color(g.Cell(CellSetting::BackColor, row, col).toUInt());
+}
+
+void set_label1(AppState& s, WindowPort& w, const QDate& d) {
+    const QString text = long_date_label(d);
+    s.ctl(QStringLiteral("Label1")).text = text;
+    w.show_long_date(text);
+}
+
+void load_month(AppState& s, const QDate& d) {
+    load_appts(s, d, s.cal_path, 0);
+    load_rmdrs(s, d, s.cal_path, 0);
+}
+
+// The core every date change shares once cur_date is set and its month is in
+// appt_tbl: an empty day grid, the day's entries, the first one in the pane.
+void fill_day_core(AppState& s) {
+    s.first_row.clear();
+    s.first_col.clear();
+    fill_day(s);
+    size_sched_cols(s);
+    show_first_block(s);
+}
+
+} // namespace
+
+void fill_cal(AppState& s, const QDate& date) {
+    if (!date.isValid()) return;
+    s.first_day = QDate(date.year(), date.month(), 1);
+    s.next_first_day = s.first_day.addMonths(1);
+    s.month_days = int(s.first_day.daysTo(s.next_first_day));
+    s.first_wday = s.first_day.dayOfWeek() % 7;
+
+    Grid& g = s.Cal;
+    g.setRows(cal_rows);
+    g.setCols(cal_cols);
+    g.setFixedRows(1);
+    g.setFixedCols(0);
+    g.Clear();
+    g.setFormatString(cal_header);
+    g.setCell(CellSetting::Alignment, 0, 0, 0, cal_cols - 1, int(Align::CenterCenter));
+    g.setCell(CellSetting::FontBold, 0, 0, 0, cal_cols - 1, true);
+    s.cal_pick_color = pick_color;
+
+    int row = 1;
+    int col = s.first_wday - 1;
+    for (int d = 1; d <= s.month_days; ++d) {
+        if (++col == cal_cols) {
+            col = 0;
+            ++row;
+        }
+        g.setTextMatrix(row, col, QStringLiteral(" ") + QString::number(d));
+        g.setCell(CellSetting::Alignment, row, col, int(Align::RightTop));
+        // A day whose entry has no sticker still carries "Alarm", so it shows
+        // a mark; an empty day's type is blank and shows none.
+        const QString type = s.day_tbl[size_t(d)].day_type.trimmed();
+        if (!type.isEmpty()) {
+            g.setCell(CellSetting::Picture, row, col, type);
+            g.setCell(CellSetting::PictureAlignment, row, col, int(Align::CenterCenter));
+        }
+        g.setCell(CellSetting::BackColor, row, col, s.cal_back_color);
+        if (d == s.today_day) {
+            g.setCell(CellSetting::BackColor, row, col, white);
+            g.setCell(CellSetting::FontBold, row, col, true);
+            s.cal_row = qint16(row);
+            s.cal_col = qint16(col);
+            // Only the row: the column keeps what the last mark left.
+            if (s.cal_sel_row == 0) s.cal_sel_row = qint16(row);
+        }
+    }
+
+    size_cal_cells(s);
+}
+
+void size_cal_cells(AppState& s) {
+    Grid& g = s.Cal;
+    if (g.Cols() < cal_cols || g.Rows() < cal_rows) return;
+    const int w = g.Width() / cal_cols - cell_margin;
+    if (w >= 0)
+        for (int c = 0; c < cal_cols; ++c)
+            g.setColWidth(c, w);
+    const int h = (g.Height() - g.RowHeight(0)) / 6 - cell_margin;
+    if (h >= 0)
+        for (int r = 1; r < cal_rows; ++r)
+            g.setRowHeight(r, h);
+}
+
+void mark_cal_day(AppState& s, int row, int col) {
+    s.cal_pick_color = pick_color;
+    if (row == 0) return;
+    Grid& g = s.Cal;
+    // White is the today_day cell: it never takes the selection's colour and
+    // never gives it back.
+    if (s.cal_sel_row >= 1 && g.Rows() > s.cal_sel_row && s.cal_sel_col >= 0 &&
+        s.cal_sel_col < g.Cols() && back_of(g, s.cal_sel_row, s.cal_sel_col) != white)
+        g.setCell(CellSetting::BackColor, s.cal_sel_row, s.cal_sel_col, s.cal_back_color);
+    if (row < 0 || row >= g.Rows() || col < 0 || col >= g.Cols()) return;
+    g.Select(row, col);
+    if (back_of(g, row, col) != white)
+        g.setCell(CellSetting::BackColor, row, col, s.cal_pick_color);
+    s.cal_sel_row = qint16(row);
+    s.cal_sel_col = qint16(col);
+}
+
+void mark_cur_day(AppState& s) {
+    const Grid& g = s.Cal;
+    const QString day = QString::number(s.cur_date.day());
+    for (int c = 0; c < cal_cols && c < g.Cols(); ++c) {
+        for (int r = 1; r < g.Rows(); ++r) {
+            if (g.TextMatrix(r, c).trimmed() != day) continue;
+            s.cal_row = qint16(r);
+            s.cal_col = qint16(c);
+            mark_cal_day(s, r, c);
+            return;
+        }
+    }
+}
+
+void docombos(AppState& s) {
+    s.Combo1.clear();
+    s.Combo2.clear();
+    s.Combo1.items = month_names();
+    const int last_year = clock().today().year() + years_ahead;
+    int year_pos = 0;
+    for (int y = first_year; y <= last_year; ++y) {
+        if (y == s.cur_date.year()) year_pos = int(s.Combo2.items.size());
+        s.Combo2.items << QString::number(y);
+    }
+    s.combo_lock = true;
+    s.Combo1.list_index = s.cur_date.month() - 1;
+    s.Combo2.list_index = year_pos;
+    s.combo_lock = false;
+}
+
+void month_changed(AppState& s, WindowPort& w) {
+    if (s.combo_lock) return;
+    const int y = s.Combo2.text().toInt();
+    const int m = s.Combo1.list_index + 1;
+    const QDate first(y, m, 1);
+    if (!first.isValid()) return;
+    const int length = int(first.daysTo(first.addMonths(1)));
+    // Today's day number is carried into the new month, not the one selected.
+    int d = clock().today().day();
+    while (d > length)
+        --d;
+    s.today_day = d;
+    s.cur_date = QDate(y, m, d);
+
+    s.timer1_enabled = false;
+    w.set_busy(true);
+    load_month(s, s.cur_date);
+    if (s.view_month) {
+        // The month planner refills itself here once it exists.
+    } else if (s.view_week) {
+        // The week planner refills itself here once it exists.
+    } else {
+        s.vsSched.setRedraw(0);
+        s.Cal.setRedraw(0);
+        clear_detail(s);
+        s.vsSched.Clear();
+        format_day_grid(s);
+        build_day_rows(s);
+        set_label1(s, w, s.cur_date);
+        s.edit_date = s.cur_date;
+        fill_cal(s, s.cur_date);
+        fill_day_core(s);
+        s.vsSched.setRedraw(2);
+        s.Cal.setRedraw(2);
+    }
+    w.set_busy(false);
+    s.timer1_enabled = true;
+}
+
+void sync_combos(AppState& s, const QDate& date) {
+    const int mm = date.month(), yyyy = date.year();
+    if (s.Combo1.list_index == mm - 1 && s.Combo2.text() == QString::number(yyyy)) return;
+    s.combo_lock = true;
+    s.Combo1.list_index = mm - 1;
+    // A year outside the list leaves the list where it stood.
+    const int year_pos = yyyy - first_year;
+    if (year_pos >= 0 && year_pos < s.Combo2.items.size()) s.Combo2.list_index = year_pos;
+    s.combo_lock = false;
+    load_month(s, date);
+}
+
+void ImageArrow_Click(AppState& s, WindowPort& w, int index) {
+    if (s.cal_path.isEmpty()) {
+        modal().message(no_calendar_text, MsgStyle::Plain);
+        return;
+    }
+    w.set_busy(true);
+    // The month planner steps by days, like the day planner.
+    const int step = s.view_week ? 7 : 1;
+    const QDate date = s.cur_date.addDays(index == 0 ? -step : step);
+    s.cur_date = date;
+    if (s.view_month) {
+        // The month planner refills itself here once it exists; it loads
+        // nothing when the step crosses a month end.
+    } else if (s.view_week) {
+        // The week planner refills itself here once it exists.
+    } else {
+        s.vsSched.setRedraw(0);
+        s.Cal.setRedraw(0);
+        s.vsSched.Clear();
+        format_day_grid(s);
+        sync_combos(s, date);
+        build_day_rows(s);
+        fill_cal(s, date);
+        set_label1(s, w, date);
+        s.edit_date = s.cur_date;
+        clear_detail(s);
+        fill_day_core(s);
+        mark_cur_day(s);
+        mark_now_row(s);
+        s.vsSched.setRedraw(2);
+        s.Cal.setRedraw(2);
+    }
+    w.set_busy(false);
+}
+
+void ImageArrow_MouseMove(AppState& s) {
+    // The month planner keeps the day texts: there, too, the step is a day.
+    const bool week = s.view_week;
+    s.ctl(QStringLiteral("ImageArrow0")).tip =
+        week ? QStringLiteral("Prior Week") : QStringLiteral("Prior Day");
+    s.ctl(QStringLiteral("ImageArrow1")).tip =
+        week ? QStringLiteral("Next Week") : QStringLiteral("Next Day");
+    s.ctl(QStringLiteral("Label4")).visible = true;
+    s.ctl(QStringLiteral("Label5")).visible = true;
+}
+
+void imgPriorMth_Click(AppState& s, WindowPort& w) {
+    if (s.Combo1.list_index > 0) {
+        --s.Combo1.list_index;
+        month_changed(s, w);
+        return;
+    }
+    s.combo_lock = true;
+    s.Combo1.list_index = 11;
+    s.combo_lock = false;
+    // At 2001 the year list has nothing before: the month list is left on
+    // December while the view stays on January.
+    if (s.Combo2.list_index > 0) {
+        --s.Combo2.list_index;
+        month_changed(s, w);
+    }
+}
+
+void imgNextMth_Click(AppState& s, WindowPort& w) {
+    if (s.Combo1.list_index < 11) {
+        ++s.Combo1.list_index;
+        month_changed(s, w);
+        return;
+    }
+    s.combo_lock = true;
+    s.Combo1.list_index = 0;
+    s.combo_lock = false;
+    // Past the last year of the list there is no item to go to and no
+    // message for it: the month list alone has moved on to January.
+    if (s.Combo2.list_index + 1 < s.Combo2.items.size()) {
+        ++s.Combo2.list_index;
+        month_changed(s, w);
+    }
+}
+
+void Cal_Click(AppState& s, WindowPort& w, int row, int col) {
+    Grid& g = s.Cal;
+    if (!is_day_cell(g, row, col)) return;
+    const QString text = QStringLiteral("%1%2%3")
+                             .arg(s.Combo1.list_index + 1, 2, 10, QLatin1Char('0'))
+                             .arg(g.TextMatrix(row, col).trimmed().toInt(), 2, 10, QLatin1Char('0'))
+                             .arg(s.Combo2.text());
+    const QDate date = text_to_date(text);
+    if (!date.isValid()) return;
+
+    s.cal_row = qint16(row);
+    s.cal_col = qint16(col);
+    s.timer1_enabled = false;
+    w.set_busy(true);
+    s.vsSched.setRedraw(0);
+
+    // The month is already in appt_tbl: nothing is read.
+    s.cur_date = date;
+    s.edit_date = date;
+    set_label1(s, w, date);
+    s.vsSched.Clear();
+    clear_detail(s);
+    format_day_grid(s);
+    build_day_rows(s);
+    fill_day_core(s);
+
+    w.set_busy(false);
+    mark_cal_day(s, s.cal_row, s.cal_col);
+    mark_now_row(s);
+    s.vsSched.setRedraw(2);
+    s.timer1_enabled = true;
+}
+
+void Cal_DblClick(AppState& s, int row, int col) {
+    const Grid& g = s.Cal;
+    if (!is_day_cell(g, row, col)) return;
+    if (s.cal_path.isEmpty()) {
+        modal().message(no_calendar_text, MsgStyle::Warning);
+        return;
+    }
+    const int d = g.TextMatrix(row, col).trimmed().toInt();
+    if (d < 1 || d > day_limit) return;
+    s.timer1_enabled = false;
+    const day_rec& day = s.day_tbl[size_t(d)];
+    if (day.day_time.str() != day_none) {
+        s.new_appt = false;
+        // The index keeps two characters, so row 123 reads as 12: the editor
+        // opens whatever stands there.
+        s.edit_index = day.day_index.trimmed().toInt();
+    } else {
+        s.new_appt = true;
+        s.rem_lead = 0;
+        s.rem_unit = 0;
+        s.rem_anim = 1;
+        s.edit_index = 0;
+        s.edit_date = s.cur_date;
+        s.edit_start = clock().now().time().toString(QStringLiteral("HH:mm"));
+    }
+    s.appt_from_planner = true;
+    open_editor(s);
+}
+
+bool Cal_KeyDown(AppState& s, WindowPort& w, int key, bool shift) {
+    if (key == key_backtab || (key == key_tab && shift)) {
+        ImageArrow_Click(s, w, 0);
+        return true;
+    }
+    if (key == key_tab) {
+        ImageArrow_Click(s, w, 1);
+        return true;
+    }
+    return false;
+}
+
+void Cal_DragDrop(AppState& s, int row, int col, const QString& picture_key) {
+    Grid& g = s.Cal;
+    if (!is_day_cell(g, row, col)) return;
+    g.setCell(CellSetting::Picture, row, col, picture_key);
+    g.setCell(CellSetting::PictureAlignment, row, col, int(Align::LeftCenter));
+    g.setCell(CellSetting::BackColor, row, col, pick_color);
+}
+
+} // namespace orva

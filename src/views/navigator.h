@@ -15,6 +15,10 @@ inline constexpr Color white = 16777215;
 // day_tbl pictures, today_day white and bold; sizes 7 columns and 6 day
 // rows from Cal's extent.
 void fill_cal(AppState& s, const QDate& date);
+// The cells from Cal's extent: 7 columns of width / 7 - 10 and, always for 6
+// day rows so the grid does not jump between months, rows of
+// (height - header) / 6 - 10. A size that would be negative is not applied.
+void size_cal_cells(AppState& s);
 // Moves the selected mark to (row, col); row 0 does nothing. The white cell
 // of today_day never shows the selection.
 void mark_cal_day(AppState& s, int row, int col);
