@@ -1,3 +1,5 @@
+#include "appointments/frmNotes.h"
+#include "appointments/frmQuick.h"
 #include "shell/app_paths.h"
 #include "shell/event_loop.h"
 #include "shell/frmCal.h"
@@ -33,6 +35,8 @@ int main(int argc, char** argv) {
 
     orva::frmCal window(state);
     modal.set_parent(&window);
+    orva::register_frmQuick(modal, state);
+    orva::register_frmNotes(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }

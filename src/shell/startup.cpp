@@ -5,6 +5,9 @@
 #include "shell/options.h"
 #include "shell/single_instance.h"
 #include "store/calendar_file.h"
+#include "views/day_view.h"
+#include "views/detail_pane.h"
+#include "views/navigator.h"
 
 namespace orva {
 namespace {
@@ -34,6 +37,7 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     s.twips_per_pixel_x = w.twips_per_pixel_x();
     s.twips_per_pixel_y = w.twips_per_pixel_y();
     s.twips_product = s.twips_per_pixel_x * s.twips_per_pixel_y;
+    s.blankColWidth = qRound(3 * s.twips_per_pixel_x);
 
     s.cal_path = s.loose(QStringLiteral("calendar.cal"));
     // On a first run the calendar does not exist: the extract fails with 53,
@@ -54,13 +58,28 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
 
     s.vsSched.setRedraw(0);
     s.Cal.setRedraw(0);
+    s.today_day = today.day();
+    docombos(s);
+    s.timer1_enabled = true;
 
     if (s.start_view == u"mthvw" || s.start_view == u"weekvw") {
         place_window(s, w);
     } else {
         s.view_day = true;
+        clear_detail(s);
+        format_day_grid(s);
+        build_day_rows(s);
+        fill_cal(s, today);
+        s.first_row.clear();
+        s.first_col.clear();
+        fill_day(s);
+        show_first_block(s);
+        s.ctl(QStringLiteral("Label1")).text = long_date_label(today);
+        w.show_long_date(long_date_label(today));
+        mark_now_row(s);
+        mark_cur_day(s);
         w.show_day_view();
-        w.show_long_date(QStringLiteral("  ") + QLocale().toString(today, QLocale::LongFormat));
+        // Placing the window lays the page out, which sizes the columns to it.
         place_window(s, w);
         s.vsSched.setRedraw(2);
         s.Cal.setRedraw(2);

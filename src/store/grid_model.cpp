@@ -42,10 +42,24 @@ GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void GridModel::setGrid(Grid* grid) {
     grid_ = grid;
+    reset_due_ = true;
     reload();
 }
 
 void GridModel::reload() {
+    if (grid_ && !reset_due_) {
+        const int hr = grid_->FixedRows() > 0 ? 1 : 0, hc = grid_->FixedCols() > 0 ? 1 : 0;
+        if (hr == header_rows_ && hc == header_cols_ && std::max(grid_->Rows() - hr, 0) == rows_ &&
+            std::max(grid_->Cols() - hc, 0) == cols_) {
+            // The same shape: telling the view that everything changed keeps
+            // an open cell editor, and the user's typing, alive.
+            if (rows_ > 0 && cols_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, cols_ - 1));
+            if (cols_ > 0) emit headerDataChanged(Qt::Horizontal, 0, cols_ - 1);
+            if (rows_ > 0) emit headerDataChanged(Qt::Vertical, 0, rows_ - 1);
+            return;
+        }
+    }
+    reset_due_ = false;
     beginResetModel();
     if (grid_) {
         // Only one fixed row and one fixed column fit into Qt's headers; any

@@ -30,7 +30,9 @@ class GridModel : public QAbstractTableModel {
 
     void setGrid(Grid* grid); // not owned; nullptr shows nothing
     Grid* grid() const { return grid_; }
-    // Re-reads the grid's size and header mapping: one model reset.
+    // Re-reads the grid: one model reset when its shape (rows, columns,
+    // header mapping) changed, else one change of every cell, which leaves
+    // an open editor in place.
     void reload();
 
     int header_rows() const { return header_rows_; }
@@ -66,6 +68,7 @@ class GridModel : public QAbstractTableModel {
     Grid* grid_ = nullptr;
     int rows_ = 0, cols_ = 0;
     int header_rows_ = 0, header_cols_ = 0;
+    bool reset_due_ = true; // a new grid always resets
     PictureProvider pictures_;
 };
 

@@ -293,7 +293,13 @@ void GridWidget::grid_changed() {
 void GridWidget::schedule_sync() {
     if (sync_queued_) return;
     sync_queued_ = true;
-    QMetaObject::invokeMethod(this, &GridWidget::sync, Qt::QueuedConnection);
+    // A refresh() in between may already have applied the change.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (sync_queued_) sync();
+        },
+        Qt::QueuedConnection);
 }
 
 void GridWidget::sync() {

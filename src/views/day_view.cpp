@@ -1,1 +1,673 @@
 #include "views/day_view.h"
+
+#include "appointments/saving.h"
+#include "appointments/stickers.h"
+#include "shell/clock.h"
+#include "shell/modal.h"
+#include "shell/options.h"
+#include "store/calendar_file.h"
+#include "views/detail_pane.h"
+#include "views/navigator.h"
+#include "views/status.h"
+
+#include <QLocale>
+#include <algorithm>
+
+namespace orva {
+namespace {
+
+constexpr int untimed_height = 800;       // twips, row 0
+constexpr int small_font_height = 270;    // half-hour rows up to size 10
+constexpr int large_font_height = 400;    // above size 10
+constexpr int label_col_max = 3200;       // twips
+constexpr int spare_col_width = 320;      // the free column right of the last used
+constexpr int scroll_bar_allowance = 420; // twips kept free of appointment columns
+constexpr int inner_line = 500;           // inner lines of a block's box
+
+QString data_of(const Grid& g, int row, int col) {
+    return g.Cell(CellSetting::Data, row, col).toString();
+}
+
+QString rtrim(const QString& s) {
+    int n = int(s.size());
+    while (n > 0 && s.at(n - 1) == QLatin1Char(' '))
+        --n;
+    return s.left(n);
+}
+
+bool is_blank_text(const QString& s) {
+    return s.trimmed().isEmpty();
+}
+
+double font_points(const AppState& s) {
+    bool ok = false;
+    const double pt = s.grid_font_size.toDouble(&ok);
+    return ok && pt > 0 ? pt : 9;
+}
+
+// Format(t, "h:mm am/pm") on a field: a text that is no time comes back as it
+// stands, so an untimed entry's five blanks stay blanks.
+QString format_field_ampm(const QString& field, bool two_digit_hour) {
+    const QTime t = hhmm_to_time(field);
+    if (!t.isValid()) return field;
+    return two_digit_hour ? format_hh_mm_ampm(t) : format_h_mm_ampm(t);
+}
+
+// The text a block shows: with "Show Times" the start in front, `gap` blanks
+// apart (three for a fill, four for a typed entry, as the program always had).
+QString block_text(const AppState& s, const QString& start, const QString& text, int gap) {
+    QString out = s.menus.mnuShowTimes ? format_field_ampm(start, false) +
+                                             QString(gap, QLatin1Char(' ')) + rtrim(text)
+                                       : rtrim(text);
+    return out.isEmpty() ? QStringLiteral(" ") : out;
+}
+
+// Picture of a sticker key, or none when no picture answers to it.
+QVariant picture_of(const QString& type) {
+    const QString key = rtrim(type);
+    if (key.isEmpty() || picture_emoji(key).isEmpty()) return QVariant();
+    return key;
+}
+
+void set_block_controls(AppState& s, bool on) {
+    for (const char* n :
+         {"imgDtlAppt", "imgDtlNote", "prtdtlImg", "mnuEditA", "mnudelete", "mnuCopy"})
+        s.ctl(QString::fromLatin1(n)).enabled = on;
+}
+
+// The day rebuilt around a change already in appt_tbl; the navigator keeps
+// its selected cell.
+void refill_after_quick(AppState& s, const QString& id, int& row, int& col) {
+    const qint16 sel_row = s.cal_sel_row, sel_col = s.cal_sel_col;
+    Color sel_back = 0;
+    const bool had_sel = sel_row > 0 && sel_row < s.Cal.Rows() && sel_col < s.Cal.Cols();
+    if (had_sel) sel_back = s.Cal.Cell(CellSetting::BackColor, sel_row, sel_col).toUInt();
+
+    s.vsSched.setRedraw(0);
+    s.vsSched.Clear();
+    build_day_rows(s);
+    format_day_grid(s);
+    s.first_row.clear();
+    s.first_col.clear();
+    s.edit_date = s.cur_date;
+    fill_day_find(s, id, row, col);
+    fill_cal(s, s.cur_date);
+    if (had_sel) {
+        s.cal_sel_row = sel_row;
+        s.cal_sel_col = sel_col;
+        s.Cal.setCell(CellSetting::BackColor, sel_row, sel_col, sel_back);
+    }
+    s.vsSched.setRedraw(2);
+}
+
+} // namespace
+
+QString day_row_label(int row) {
+    if (row <= 0) return QStringLiteral(" ");
+    const int half = (row - 1) % 2;
+    const int hour24 = (row - 1) / 2;
+    const int hour12 = hour24 % 12 == 0 ? 12 : hour24 % 12;
+    return QStringLiteral(" %1:%2 %3")
+        .arg(hour12, 2, 10, QLatin1Char('0'))
+        .arg(half ? QStringLiteral("30") : QStringLiteral("00"))
+        .arg(hour24 < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
+}
+
+QTime hhmm_to_time(const QString& t) {
+    const QString x = t.trimmed();
+    const int colon = int(x.indexOf(QLatin1Char(':')));
+    if (colon < 1) return QTime();
+    bool ok1 = false, ok2 = false;
+    const int h = x.left(colon).toInt(&ok1);
+    const int m = x.mid(colon + 1, 2).toInt(&ok2);
+    if (!ok1 || !ok2) return QTime();
+    return QTime(h, m);
+}
+
+QString format_h_mm_ampm(const QTime& t) {
+    const int h12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
+    return QStringLiteral("%1:%2 %3")
+        .arg(h12)
+        .arg(t.minute(), 2, 10, QLatin1Char('0'))
+        .arg(t.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
+}
+
+QString format_hh_mm_ampm(const QTime& t) {
+    const int h12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
+    return QStringLiteral("%1:%2 %3")
+        .arg(h12, 2, 10, QLatin1Char('0'))
+        .arg(t.minute(), 2, 10, QLatin1Char('0'))
+        .arg(t.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
+}
+
+QString long_date_label(const QDate& d) {
+    return QStringLiteral("  ") + QLocale().toString(d, QLocale::LongFormat);
+}
+
+int start_slot(const QString& t) {
+    const QTime x = hhmm_to_time(t);
+    if (!x.isValid()) return 0;
+    return x.hour() * 2 + 1 + (x.minute() > 29 ? 1 : 0);
+}
+
+int end_slot(const QString& end, const QString& start) {
+    const QTime e = hhmm_to_time(end);
+    if (!e.isValid()) return 0;
+    const QTime st = hhmm_to_time(start);
+    const int d = st.isValid() ? st.secsTo(e) / 60 : 0;
+    const int m = e.minute();
+    const int h2 = e.hour() * 2;
+    if (m == 0) return d == 0 ? h2 + 1 : h2;
+    if (m == 30) return d == 0 ? h2 + 2 : h2 + 1;
+    return m < 30 ? h2 + 1 : h2 + 2;
+}
+
+void set_sched_font(AppState& s) {
+    Grid& g = s.vsSched;
+    if (!s.grid_font_name.isEmpty()) g.setFontName(s.grid_font_name);
+    g.setFontSize(font_points(s));
+    g.setFontBold(s.grid_font_bold);
+    g.setFontItalic(s.grid_font_italic);
+    bool ok = false;
+    const qulonglong fore = s.grid_font_color.toULongLong(&ok);
+    if (ok) g.setForeColor(Color(fore));
+}
+
+void build_day_rows(AppState& s) {
+    Grid& g = s.vsSched;
+    g.setRows(0);
+    g.setCols(day_cols);
+    g.setFixedRows(0);
+    g.setFixedCols(1);
+    for (int r = 0; r < day_rows; ++r) {
+        g.AddItem(day_row_label(r));
+        for (int c = 1; c < day_cols; c += 2)
+            g.setCell(CellSetting::Data, r, c, blank_data);
+    }
+    const double pt = font_points(s);
+    const QString font = s.grid_font_name.isEmpty() ? g.FontName() : s.grid_font_name;
+    g.setCell(CellSetting::FontName, 0, 0, day_rows - 1, day_cols - 1, font);
+    g.setCell(CellSetting::FontSize, 0, 0, day_rows - 1, day_cols - 1, pt);
+    g.setCell(CellSetting::FontBold, 0, 0, day_rows - 1, day_cols - 1, s.grid_font_bold);
+    g.setColAlignment(0, Align::RightCenter);
+    g.setRowHeight(0, untimed_height);
+    const int h = pt <= 10 ? small_font_height : large_font_height;
+    for (int r = 1; r < day_rows; ++r)
+        g.setRowHeight(r, h);
+    for (int c = 1; c < day_cols; c += 2)
+        g.setColWidth(c, s.blankColWidth);
+    g.AutoSize(0);
+    if (g.ColWidth(0) > label_col_max) g.setColWidth(0, label_col_max);
+    g.setTopRow(scroll_row);
+}
+
+void format_day_grid(AppState& s) {
+    Grid& g = s.vsSched;
+    if (g.Cols() < day_cols) g.setCols(day_cols);
+    g.setFixedCols(1);
+    g.setMergeCells(MergeMode::Free);
+    g.setMergeCol(0, true);
+    for (int c = 2; c < day_cols; c += 2)
+        g.setMergeCol(c, true);
+    for (int c = 1; c < day_cols; ++c)
+        g.setColHidden(c, true);
+    g.setColHidden(1, false);
+    g.setColHidden(2, false);
+    g.setEditable(true);
+}
+
+void place_appt(AppState& s, const QString& start, const QString& end, const QString& id,
+                const QString& type, const QString& text, int index, QString& first_row,
+                QString& first_col) {
+    Q_UNUSED(id);
+    Grid& g = s.vsSched;
+    const int st = is_blank_text(start) ? 0 : start_slot(start);
+    const int en = is_blank_text(start) ? 0 : end_slot(end, start);
+
+    // A column is taken only when the whole range is free in it; spacers are
+    // opened on the way, which is what widens the grid to the right.
+    int col = -1;
+    for (int c = 1; c < g.Cols() && col < 0; ++c) {
+        for (int r = st; r <= en; ++r) {
+            const QString d = data_of(g, r, c);
+            if (d.isEmpty()) {
+                if (r == en) {
+                    col = c;
+                    break;
+                }
+                continue;
+            }
+            if (d == blank_data) g.setColHidden(c, false);
+            break;
+        }
+    }
+    if (col >= 0) s.slot_col = qint16(col);
+    // Nothing free: the block goes over the last column used. Before any
+    // placement there is none, and the label column must never be written.
+    if (col < 0) col = s.slot_col >= 2 ? s.slot_col : 2;
+    s.slot_row = qint16(st);
+
+    g.Select(st, col, en, col);
+    if (first_row.isEmpty()) {
+        first_row = QString::number(st);
+        first_col = QString::number(col);
+        if (st != 0 && st < g.TopRow()) g.setTopRow(st);
+    }
+    s.cur_row = qint16(st);
+    s.cur_col = qint16(col);
+    if (st != 0) g.CellBorder(block_border_color, 1, 1, 1, 1, inner_line, inner_line);
+
+    QString shown = block_text(s, start, text, 3);
+    // Two equal texts that touch would merge into one cell.
+    const QString idx = QString::number(index);
+    if (st > 0) {
+        const QString d = data_of(g, st - 1, col);
+        if (!d.isEmpty() && d != idx && g.TextMatrix(st - 1, col) == shown)
+            shown.prepend(QLatin1Char(' '));
+    }
+    if (en + 1 < g.Rows()) {
+        const QString d = data_of(g, en + 1, col);
+        // The row count test uses the start row, not the end row, as it always has.
+        if (!d.isEmpty() && st < g.Rows() - 1 && d != idx && g.TextMatrix(en + 1, col) == shown)
+            shown.prepend(QLatin1Char(' '));
+    }
+
+    const int r1 = std::min(st, en), r2 = std::max(st, en);
+    const QVariant pic = picture_of(type);
+    g.setCell(CellSetting::Picture, r1, col, r2, col, pic);
+    g.setCell(CellSetting::PictureAlignment, r1, col, r2, col, int(Align::LeftCenter));
+    g.setCell(CellSetting::Alignment, r1, col, r2, col, int(Align::CenterCenter));
+    g.setCell(CellSetting::Text, r1, col, r2, col, shown);
+    if (st != 0) g.setCell(CellSetting::BackColor, r1, col, r2, col, s.appt_back_color);
+    g.setCell(CellSetting::Data, r1, col, r2, col, index);
+
+    if (col + 1 < g.Cols()) g.setColHidden(col + 1, false);
+    if (col + 2 < g.Cols()) g.setColHidden(col + 2, false);
+    set_sched_font(s);
+}
+
+namespace {
+
+// The lines of one day in the order of the day: by the text of appt_start,
+// then appt_id; blank starts first. The table keeps the order of the file.
+std::vector<int> day_order(AppState& s, const std::function<bool(const appt_rec&)>& on_day) {
+    Grid& sg = s.vsSortGrid;
+    sg.setRows(0);
+    sg.setCols(3);
+    sg.setFixedRows(0);
+    sg.setFixedCols(0);
+    sg.Clear();
+    for (int i = 1; i <= s.appt_count; ++i) {
+        const appt_rec* a = s.appt_row(i);
+        if (!a || !on_day(*a)) continue;
+        sg.AddItem(a->appt_start.str() + QLatin1Char('\t') + a->appt_id.str() + QLatin1Char('\t') +
+                   QString::number(i));
+    }
+    std::vector<int> out;
+    if (sg.Rows() == 0) return out;
+    sg.Select(0, 0, sg.Rows() - 1, 1);
+    sg.Sort(SortOrder::StringAscending);
+    for (int r = 0; r < sg.Rows(); ++r)
+        out.push_back(sg.TextMatrix(r, 2).toInt());
+    return out;
+}
+
+} // namespace
+
+void fill_day(AppState& s) {
+    s.day_appts = 0;
+    const QString day = s.cur_date.toString(QStringLiteral("MMddyyyy"));
+    for (int i : day_order(s, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
+        const appt_rec& a = *s.appt_row(i);
+        place_appt(s, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, s.first_row,
+                   s.first_col);
+        ++s.day_appts;
+    }
+    show_status(s);
+}
+
+void fill_day_find(AppState& s, const QString& id, int& row, int& col) {
+    s.day_appts = 0;
+    const QDate day = s.edit_date;
+    const QString key = id.trimmed();
+    for (int i :
+         day_order(s, [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
+        const appt_rec& a = *s.appt_row(i);
+        place_appt(s, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, s.first_row,
+                   s.first_col);
+        ++s.day_appts;
+        if (a.appt_id.trimmed() == key) {
+            row = s.cur_row;
+            col = s.cur_col;
+        }
+    }
+    size_sched_cols(s);
+    set_sched_font(s);
+    show_status(s);
+}
+
+void size_sched_cols(AppState& s) {
+    Grid& g = s.vsSched;
+    int bcolcnt = 0, colcnt = 0;
+    for (int c = 1; c < g.Cols(); ++c) {
+        if (g.ColHidden(c)) continue;
+        if (g.ColWidth(c) == s.blankColWidth)
+            ++bcolcnt;
+        else
+            ++colcnt;
+    }
+    const int fixed = g.ColWidth(0) + s.blankColWidth * bcolcnt + scroll_bar_allowance;
+    if (colcnt <= 1) {
+        // An empty day: its one free column takes the width, so there is
+        // room to type; there is no used column for a spare to follow.
+        const int w = g.Width() - fixed;
+        if (w > s.blankColWidth)
+            for (int c = 1; c < g.Cols(); ++c)
+                if (!g.ColHidden(c) && g.ColWidth(c) != s.blankColWidth) g.setColWidth(c, w);
+        return;
+    }
+    const int divisor = std::min(colcnt - 1, 3);
+    const int last = colcnt - 1 + bcolcnt;
+    const int w = (g.Width() - fixed) / divisor;
+    for (int c = 1; c <= last && c < g.Cols(); ++c)
+        if (g.ColWidth(c) > s.blankColWidth && w > s.blankColWidth) g.setColWidth(c, w);
+    if (last + 1 < g.Cols()) g.setColWidth(last + 1, spare_col_width);
+}
+
+void mark_now_row(AppState& s) {
+    Grid& g = s.vsSched;
+    s.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
+    for (int c = 1; c < g.Cols(); ++c) {
+        if (s.now_row_old >= 0 && s.now_row_old < g.Rows() &&
+            g.TextMatrix(s.now_row_old, c).isEmpty())
+            g.setCell(CellSetting::BackColor, s.now_row_old, c, g.BackColor());
+    }
+    for (int c = 1; c < g.Cols(); ++c) {
+        if (s.now_row < g.Rows() && g.TextMatrix(s.now_row, c).isEmpty())
+            g.setCell(CellSetting::BackColor, s.now_row, c, s.now_color);
+    }
+    s.now_row_old = s.now_row;
+}
+
+void sched_tip(AppState& s, int row, int col) {
+    Grid& g = s.vsSched;
+    if (row > -1 && row < g.Rows() && col >= 0 && col < g.Cols()) {
+        const QString d = data_of(g, row, col);
+        if (!d.isEmpty() && d != blank_data) {
+            if (const appt_rec* a = s.appt_row(d.toInt())) {
+                g.setToolTipText(format_field_ampm(a->appt_start, false) + QStringLiteral(" - ") +
+                                 format_field_ampm(a->appt_end, false) + QStringLiteral("  ") +
+                                 rtrim(a->appt_text));
+                return;
+            }
+        }
+    }
+    g.setToolTipText(QString());
+}
+
+void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col) {
+    appt_rec* a = s.appt_row(index);
+    if (!a) return;
+    const QString day = s.cur_date.toString(QStringLiteral("MMddyyyy"));
+    a->appt_first_date = day;
+    a->appt_date = day;
+    if (row == 0) {
+        a->appt_start.blank();
+        a->appt_end.blank();
+    } else {
+        const QString label = s.vsSched.TextMatrix(row, 0);
+        QString five = label.mid(1, 5);
+        if (label.mid(7, 2).toUpper() == u"AM") {
+            if (five == u"12:00") five = QStringLiteral("00:00");
+            if (five == u"12:30") five = QStringLiteral("00:30");
+            a->appt_start = five;
+            a->appt_end = five;
+        } else {
+            const QTime t = hhmm_to_time(five);
+            const QTime pm = t.isValid() && t.hour() < 12 ? t.addSecs(12 * 3600) : t;
+            const QString hhmm = pm.toString(QStringLiteral("HH:mm"));
+            a->appt_start = hhmm;
+            a->appt_end = hhmm;
+        }
+    }
+    a->appt_id = id;
+    a->appt_text = s.vsSched.TextMatrix(row, col);
+    a->appt_type = QStringLiteral("0");
+    a->appt_occurs = number_field(0);
+    a->appt_occurs_month = QStringLiteral("0");
+    a->appt_occurs_every = number_field(0);
+    a->appt_until = s.cur_date.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
+    a->appt_rem_lead = number_field(0);
+    a->appt_rem_unit = number_field(0);
+    a->appt_rem_anim = number_field(1);
+    a->appt_rem_text.blank();
+    a->appt_notes.blank();
+    a->appt_pattern = QStringLiteral("1 ");
+}
+
+void show_first_block(AppState& s) {
+    if (s.tab_key != u"appt") return;
+    s.ctl(QStringLiteral("Frame2")).visible = true;
+    if (!s.first_row.isEmpty()) {
+        s.cur_row = qint16(s.first_row.toInt());
+        s.cur_col = qint16(s.first_col.toInt());
+        show_detail(s, s.cur_row, s.cur_col);
+    }
+}
+
+void imageDay_Click(AppState& s, WindowPort& w) {
+    const bool switching = !s.ctl(QStringLiteral("vsSched")).visible || !s.view_day;
+    s.view_week = false;
+    s.view_month = false;
+    s.view_day = true;
+
+    s.Cal.setRedraw(0);
+    s.vsSched.setRedraw(0);
+    s.Cal.Clear();
+    s.vsSched.Clear();
+    clear_detail(s);
+    docombos(s);
+    build_day_rows(s);
+    format_day_grid(s);
+    fill_cal(s, s.cur_date);
+    s.first_row.clear();
+    s.first_col.clear();
+    fill_day(s);
+    size_sched_cols(s);
+    show_first_block(s);
+    s.ctl(QStringLiteral("Label1")).text = long_date_label(s.cur_date);
+    w.show_long_date(long_date_label(s.cur_date));
+
+    s.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
+    s.now_row_old = s.now_row;
+    mark_now_row(s);
+    mark_cur_day(s);
+
+    if (switching) {
+        s.ctl(QStringLiteral("mnuColor")).enabled = true;
+        s.vsOvervw.setRedraw(0);
+        w.layout_view();
+        for (const char* n : {"Cal", "vsSched", "TabStrip1", "imgRem", "imgSkins", "imgTlist",
+                              "imgTzone", "Label11", "Label18", "Label10", "Label12", "Frame1"})
+            s.ctl(QString::fromLatin1(n)).visible = true;
+        s.ctl(QStringLiteral("vsOvervw")).visible = false;
+        w.show_day_view();
+    }
+    s.vsSched.setRedraw(2);
+    s.Cal.setRedraw(2);
+    save_options(s, w);
+    show_status(s);
+}
+
+void vsSched_Click(AppState& s, int row, int col) {
+    s.cur_row = qint16(row);
+    s.cur_col = qint16(col);
+    const Grid& g = s.vsSched;
+    const QString d = row >= 0 && col >= 0 ? data_of(g, row, col) : QString();
+    if (d.isEmpty() || d == blank_data) {
+        s.vsDtl.Clear();
+        s.ctl(QStringLiteral("rtNotes")).text = QStringLiteral(" ");
+        set_block_controls(s, false);
+        if (d.isEmpty()) s.new_appt = true;
+        s.ctl(QStringLiteral("Frame2")).text = row >= 0 ? g.TextMatrix(row, 0) : QString();
+    } else {
+        set_block_controls(s, true);
+        s.ctl(QStringLiteral("imgDtlPrior")).enabled = true;
+        s.ctl(QStringLiteral("imgDtlNext")).enabled = true;
+        s.new_appt = false;
+        show_detail(s, s.cur_row, s.cur_col);
+    }
+    show_status(s);
+}
+
+void sched_hand_over(AppState& s, int row, int col) {
+    const Grid& g = s.vsSched;
+    s.edit_start = row > 0 ? g.TextMatrix(row, 0) : QStringLiteral(" ");
+    const QString d = data_of(g, row, col);
+    if (d.isEmpty()) {
+        s.new_appt = true;
+        s.rem_lead = 0;
+        s.rem_unit = 0;
+        s.rem_anim = 1;
+        s.edit_index = 0;
+        s.edit_date = s.cur_date;
+    } else {
+        s.new_appt = false;
+        s.edit_index = d.toInt();
+    }
+}
+
+void open_editor(AppState& s) {
+    s.timer1_enabled = false;
+    s.appt_from_planner = true;
+    modal().open_form(QStringLiteral("frmAppt1"));
+    s.timer1_enabled = true;
+}
+
+void vsSched_DblClick(AppState& s, int row, int col) {
+    if (s.cal_path.isEmpty()) {
+        modal().message(no_calendar_text, MsgStyle::Warning);
+        return;
+    }
+    if (row < 0 || col < 1) return;
+    if (data_of(s.vsSched, row, col) == blank_data) return;
+    s.timer1_enabled = false;
+    sched_hand_over(s, row, col);
+    open_editor(s);
+}
+
+bool vsSched_BeforeEdit(AppState& s, int row, int col) {
+    Grid& g = s.vsSched;
+    if (row < 0 || col < 1) return true;
+    const QString d = data_of(g, row, col);
+    if (d == blank_data) {
+        if (col + 1 < g.Cols() && data_of(g, row, col + 1).isEmpty()) {
+            // Typing that starts on a spacer belongs in the column beside it.
+            g.setColHidden(col + 1, false);
+            g.Select(row, col + 1);
+            return true;
+        }
+        modal().message(dbl_click_to_edit_text, MsgStyle::Information);
+        return true;
+    }
+    if (!d.isEmpty()) {
+        modal().message(dbl_click_to_edit_text, MsgStyle::Information);
+        return true;
+    }
+    return false;
+}
+
+void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QString& before) {
+    Q_UNUSED(w);
+    Grid& g = s.vsSched;
+    if (s.cal_path.isEmpty()) {
+        modal().message(no_calendar_text, MsgStyle::Warning);
+        g.setTextMatrix(row, col, QString());
+        return;
+    }
+    const QString typed = g.TextMatrix(row, col);
+    if (typed.isEmpty() || typed == u" " || typed == before) return;
+
+    s.timer1_enabled = false;
+    ++s.appt_count;
+    const int index = s.appt_count;
+    const QString id = new_appt_id();
+    quick_appt_rec(s, index, id, row, col);
+    g.setCell(CellSetting::Data, row, col, index);
+    s.quick_left = g.ColPos(col);
+    s.quick_top = g.RowPos(row);
+    modal().open_form(QStringLiteral("frmQuick"));
+
+    appt_rec* a = s.appt_row(index);
+    if (a) {
+        // The times come back from the form; the block is painted at once so
+        // the entry shows where it was typed while the file is written.
+        const QString start = a->appt_start, end = a->appt_end;
+        const int st = is_blank_text(start) ? 0 : start_slot(start);
+        const int en = is_blank_text(start) ? st : std::max(st, end_slot(end, start));
+        if (st != 0) {
+            g.Select(st, col, en, col);
+            g.CellBorder(block_border_color, 1, 1, 1, 1, inner_line, inner_line);
+        }
+        const QString shown = block_text(s, start, a->appt_text, 4);
+        for (int r = st; r <= en && r < g.Rows(); ++r) {
+            if (!a->appt_type.is_blank())
+                g.setCell(CellSetting::Picture, r, col, picture_of(a->appt_type));
+            g.setCell(CellSetting::PictureAlignment, r, col, int(Align::LeftCenter));
+            g.setCell(CellSetting::Alignment, r, col, int(Align::CenterCenter));
+            g.setTextMatrix(r, col, shown);
+            if (r > 0) g.setCell(CellSetting::BackColor, r, col, s.appt_back_color);
+            g.setCell(CellSetting::Data, r, col, index);
+        }
+        if (col + 1 < g.Cols()) g.setColHidden(col + 1, false);
+        if (col + 2 < g.Cols()) g.setColHidden(col + 2, false);
+        size_sched_cols(s);
+
+        write_appts(s, s.cal_path, 8, index);
+        load_appts(s, s.cur_date, s.cal_path, 0);
+        int at_row = row, at_col = col;
+        refill_after_quick(s, id, at_row, at_col);
+        g.Select(at_row, at_col);
+        g.ShowCell(at_row, at_col);
+        s.cur_row = qint16(at_row);
+        s.cur_col = qint16(at_col);
+        set_block_controls(s, true);
+        s.new_appt = false;
+        show_detail(s, at_row, at_col);
+    }
+    s.timer1_enabled = true;
+    show_status(s);
+}
+
+bool vsSched_KeyDown(AppState& s, int key) {
+    constexpr int key_tab = 0x01000001; // Qt::Key_Tab
+    if (key != key_tab) return false;
+    Grid& g = s.vsSched;
+    if (g.Row() >= 0 && g.Col() >= 1) return false;
+    const int now = start_slot(clock().now().time().toString(QStringLiteral("HH:mm")));
+    g.Select(now, 2);
+    g.ShowCell(now, 2);
+    return true;
+}
+
+void vsSched_MouseDown(AppState& s, int button, int row, int col) {
+    Q_UNUSED(row);
+    constexpr int left_button = 1;
+    if (button == left_button) s.mouse_col_noted = col;
+}
+
+void vsSched_MouseUp(AppState& s) {
+    const Grid& g = s.vsSched;
+    s.sel_row1 = g.Row();
+    s.sel_col1 = g.Col();
+    s.sel_row2 = g.RowSel();
+    s.sel_col2 = g.ColSel();
+}
+
+void vsSched_MouseMove(AppState& s, int buttons, int row, int col) {
+    if (buttons != 0 || !s.menus.mnuTips) return;
+    // The column of the last left press decides, not the one under the mouse.
+    if (s.mouse_col_noted > 0) sched_tip(s, row, col);
+}
+
+} // namespace orva

@@ -1,1 +1,240 @@
+#include "shell/clock.h"
+#include "shell/frmCal.h"
+#include "shell/single_instance.h"
+#include "store/calendar_file.h"
+#include "store/grid_widget.h"
+#include "store/store_fixtures.h"
+#include "support/scripted_modal.h"
+#include "views/day_view.h"
+#include "views/status.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
 #include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+// The main window on a calendar holding a morning of overlapping, untimed and
+// long entries on Saturday 2026-11-21, with the clock at 09:40.
+class DayPage : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        install_clock(&clk);
+        Shared seed;
+        seed.app_path = dir.path();
+        seed.cal_path = dir.filePath("calendar.cal");
+        const auto add = [&](const char* id, const char* start, const char* end, const char* text,
+                             const char* type) {
+            appt_rec r = testing::make_appt("11212026", id, start, text);
+            r.appt_start = QString::fromLatin1(start);
+            r.appt_end = QString::fromLatin1(end);
+            r.appt_type = QString::fromLatin1(type);
+            r.appt_notes = QStringLiteral("Bring the insurance card");
+            seed.occur_count = 1;
+            *seed.occur_row(1) = r;
+            write_occurs(seed, seed.cal_path);
+        };
+        add("211", "09:00", "10:00", "Dentist", "Dentist");
+        add("212", "09:30", "11:00", "Team meeting", "Computer");
+        add("213", "     ", "     ", "Mum's birthday", "Birthday");
+        add("214", "13:00", "17:30", "Hike up the hill", "Backpack");
+    }
+    void TearDown() override {
+        run.reset();
+        install_clock(nullptr);
+    }
+
+    struct Run {
+        AppState state;
+        std::unique_ptr<SingleInstance> instance;
+        std::unique_ptr<frmCal> window;
+    };
+    void launch(QSize size = QSize(1280, 800)) {
+        run = std::make_unique<Run>();
+        run->state.app_path = dir.path();
+        run->instance = std::make_unique<SingleInstance>(dir.path());
+        run->window = std::make_unique<frmCal>(run->state);
+        ASSERT_TRUE(run->window->start(*run->instance));
+        run->window->resize(size);
+        run->window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(run->window.get()));
+        QApplication::processEvents();
+        sched()->refresh();
+    }
+    AppState& s() { return run->state; }
+    GridWidget* sched() { return run->window->findChild<GridWidget*>("vsSched"); }
+    template <typename T> T* find(const char* name) { return run->window->findChild<T*>(name); }
+    QRect rect_of(QWidget* w) {
+        return QRect(w->mapTo(run->window.get(), QPoint(0, 0)), w->size());
+    }
+
+    QTemporaryDir dir;
+    FixedClock clk{QDateTime(QDate(2026, 11, 21), QTime(9, 40))};
+    testing::ScriptedModal m;
+    testing::ModalGuard guard{&m};
+    std::unique_ptr<Run> run;
+};
+
+QString data(AppState& s, int r, int c) {
+    return s.vsSched.Cell(CellSetting::Data, r, c).toString();
+}
+
+TEST_F(DayPage, StartShowsTheDaysEntriesSideBySideWithTheFirstInThePane) {
+    launch();
+    AppState& st = s();
+    EXPECT_TRUE(st.view_day);
+    EXPECT_EQ(data(st, 0, 2), "3");  // untimed first
+    EXPECT_EQ(data(st, 19, 2), "1"); // 09:00
+    EXPECT_EQ(data(st, 20, 4), "2"); // 09:30 beside it
+    EXPECT_EQ(data(st, 27, 2), "4"); // 13:00 .. 17:30
+    EXPECT_EQ(data(st, 35, 2), "4");
+    EXPECT_EQ(st.vsSched.Cell(CellSetting::Picture, 19, 2).toString(), "Dentist");
+    EXPECT_EQ(st.vsSched.Cell(CellSetting::BackColor, 20, 6).toUInt(), st.now_color);
+    auto* pane = find<QGroupBox>("Frame2");
+    ASSERT_NE(pane, nullptr);
+    EXPECT_TRUE(pane->isVisible());
+    EXPECT_EQ(st.vsDtl.TextMatrix(0, 1).trimmed(), "Mum's birthday");
+    EXPECT_EQ(find<QTextEdit>("rtNotes")->toPlainText().trimmed(), "Bring the insurance card");
+    EXPECT_TRUE(find<QLabel>("Label1")->text().startsWith("  "));
+    EXPECT_EQ(find<QComboBox>("Combo1")->currentText(), "November");
+    EXPECT_EQ(find<QComboBox>("Combo2")->currentText(), "2026");
+    EXPECT_EQ(find<QLabel>("nbrAppts")->text(), "4   Appointments");
+    EXPECT_EQ(find<QLabel>("yrDay")->text(), "  Day   325");
+}
+
+TEST_F(DayPage, GridIsReadableAsATableByAssistiveTools) {
+    launch();
+    QAccessibleInterface* ai = QAccessible::queryAccessibleInterface(sched());
+    ASSERT_NE(ai, nullptr);
+    EXPECT_EQ(ai->role(), QAccessible::Table);
+    EXPECT_EQ(ai->text(QAccessible::Name), "vsSched");
+    QAccessibleTableInterface* table = ai->tableInterface();
+    ASSERT_NE(table, nullptr);
+    bool found = false;
+    for (int r = 0; r < table->rowCount() && !found; ++r)
+        for (int c = 0; c < table->columnCount() && !found; ++c)
+            if (QAccessibleInterface* cell = table->cellAt(r, c))
+                found = cell->text(QAccessible::Name).contains("Team meeting");
+    EXPECT_TRUE(found);
+}
+
+TEST_F(DayPage, PageIsLaidOutWithoutOverlapAt1280x800And1920x1080) {
+    for (QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        launch(size);
+        const QRect grid = rect_of(sched());
+        const QRect nav = rect_of(find<QWidget>("Cal"));
+        const QRect pane = rect_of(find<QGroupBox>("Frame2"));
+        const QRect band = rect_of(find<QLabel>("Label1"));
+        const QRect client = run->window->centralWidget()->geometry();
+        EXPECT_FALSE(grid.intersects(nav)) << size.width();
+        EXPECT_FALSE(grid.intersects(pane)) << size.width();
+        EXPECT_FALSE(nav.intersects(pane)) << size.width();
+        EXPECT_FALSE(band.intersects(grid)) << size.width();
+        EXPECT_TRUE(client.contains(grid)) << size.width();
+        EXPECT_TRUE(client.contains(pane)) << size.width();
+        EXPECT_GT(grid.width(), size.width() / 2);
+        EXPECT_EQ(grid.top() - client.top(), 72); // 1080 twips at 96 dpi
+        run.reset();
+    }
+}
+
+TEST_F(DayPage, FollowsResizing) {
+    launch(QSize(1280, 800));
+    const int before = sched()->width();
+    run->window->resize(1600, 900);
+    QApplication::processEvents();
+    EXPECT_EQ(sched()->width() - before, 320);
+    EXPECT_NEAR(s().vsSched.Width(), sched()->width() * 15, 15);
+}
+
+TEST_F(DayPage, StatusBarCheckHidesAndShowsTheBar) {
+    launch();
+    auto* check = find<QAction>("mnuStat");
+    ASSERT_NE(check, nullptr);
+    EXPECT_TRUE(check->isChecked());
+    check->trigger();
+    EXPECT_FALSE(run->window->statusBar()->isVisible());
+    EXPECT_FALSE(check->isChecked());
+    check->trigger();
+    EXPECT_TRUE(run->window->statusBar()->isVisible());
+}
+
+TEST_F(DayPage, ClickingAnEntryShowsItInThePane) {
+    launch();
+    const QRect cell = sched()->cell_rect(20, 4);
+    ASSERT_FALSE(cell.isEmpty());
+    QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                      sched()->viewport()->mapFrom(sched(), cell.center()));
+    EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Team meeting");
+    EXPECT_EQ(s().vsDtl.TextMatrix(1, 1), "09:30 am  -  11:00 am     [ 1 hour  30 minutes ]");
+    EXPECT_TRUE(find<QToolButton>("imgDtlNote")->isEnabled());
+}
+
+TEST_F(DayPage, NextDayArrowMovesTheWholePage) {
+    launch();
+    find<QToolButton>("ImageArrow1")->click();
+    EXPECT_EQ(s().cur_date, QDate(2026, 11, 22));
+    EXPECT_EQ(data(s(), 19, 2), "");
+    EXPECT_EQ(find<QLabel>("nbrAppts")->text(), "0   Appointments");
+}
+
+TEST_F(DayPage, TypingIntoAFreeCellMakesAnEntryThatARestartShows) {
+    launch();
+    m.forms["frmQuick"] = [&] { s().appt_row(s().appt_count)->appt_end = "15:00"; };
+    // Row 29 is 02:00 pm; column 4 is free there.
+    s().vsSched.Select(29, 4);
+    sched()->refresh();
+    sched()->setFocus();
+    QTest::keyClick(sched(), 'C');
+    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(line, nullptr);
+    QTest::keyClicks(line, "all Bob");
+    EXPECT_EQ(line->text(), "Call Bob");
+    QTest::keyClick(line, Qt::Key_Return);
+    QApplication::processEvents();
+
+    ASSERT_NE(m.last(u"form"), nullptr);
+    EXPECT_EQ(m.last(u"form")->text, "frmQuick");
+    QByteArray member;
+    s().archive.get(s().cal_path, "c2611.cal", member);
+    EXPECT_EQ(member.size(), 5 * 477);
+    EXPECT_TRUE(member.contains("1121202611212026"
+                                "14:0015:00"));
+
+    run->window->close();
+    run.reset();
+    launch();
+    bool shown = false;
+    for (int c = 2; c < 20; c += 2)
+        shown = shown || s().vsSched.TextMatrix(29, c).endsWith("Call Bob");
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(DayPage, TypingOnASpacerLandsInTheColumnBesideIt) {
+    launch();
+    s().vsSched.Select(40, 1);
+    sched()->refresh();
+    sched()->setFocus();
+    QTest::keyClick(sched(), Qt::Key_W);
+    QApplication::processEvents();
+    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->text(), "w");
+    EXPECT_EQ(s().vsSched.Col(), 2);
+}
+
+} // namespace
+} // namespace orva

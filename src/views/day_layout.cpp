@@ -1,0 +1,83 @@
+#include "views/day_layout.h"
+
+#include "views/day_view.h"
+#include "views/navigator.h"
+
+#include <algorithm>
+
+namespace orva {
+namespace {
+
+constexpr int min_width = 12000;
+constexpr int min_height = 7800;
+constexpr int strip_top = band_height;
+constexpr int strip_height = sched_top - band_height - 60;
+constexpr int month_row_height = 360;
+constexpr int cal_height = 2760;
+constexpr int tab_height = 380;
+constexpr int picture_size = 390; // the detail pictures
+constexpr int notes_label_height = 300;
+
+} // namespace
+
+Placement layout_day(int width, int height) {
+    const int w = std::max(width, min_width);
+    const int h = std::max(height, min_height);
+    Placement p;
+    p[QStringLiteral("Label1")] = QRect(0, 0, w, band_height);
+    p[QStringLiteral("Frame3")] = QRect(0, strip_top, w, strip_height);
+
+    const int side_left = w - side_width - margin;
+    p[QStringLiteral("vsSched")] =
+        QRect(sched_left, sched_top, side_left - margin - sched_left, h - sched_top - margin);
+
+    // The month line above the navigator: button, month, year, button.
+    int x = side_left;
+    const int y = sched_top;
+    p[QStringLiteral("imgPriorMth")] = QRect(x, y, month_row_height, month_row_height);
+    x += month_row_height + 60;
+    const int combos = side_width - 2 * (month_row_height + 60);
+    p[QStringLiteral("Combo1")] = QRect(x, y, combos * 3 / 5 - 30, month_row_height);
+    p[QStringLiteral("Combo2")] =
+        QRect(x + combos * 3 / 5 + 30, y, combos * 2 / 5 - 30, month_row_height);
+    p[QStringLiteral("imgNextMth")] =
+        QRect(side_left + side_width - month_row_height, y, month_row_height, month_row_height);
+
+    const int cal_top = y + month_row_height + 90;
+    p[QStringLiteral("Cal")] = QRect(side_left, cal_top, side_width, cal_height);
+
+    const int tab_top = cal_top + cal_height + margin;
+    p[QStringLiteral("TabStrip1")] = QRect(side_left, tab_top, side_width, tab_height);
+    const int frame_top = tab_top + tab_height;
+    const int frame_height = std::max(h - frame_top - margin, dtl_top + dtl_height + 1200);
+    p[QStringLiteral("Frame2")] = QRect(side_left, frame_top, side_width, frame_height);
+
+    // Inside Frame2: the pictures on one line above the facts, the notes
+    // below them taking what is left.
+    int px = dtl_left;
+    for (const char* n : {"imgDtlAppt", "imgDtlNote", "imgDtlPrior", "imgDtlNext", "prtdtlImg"}) {
+        p[QString::fromLatin1(n)] = QRect(px, 60, picture_size, picture_size);
+        px += picture_size + 60;
+    }
+    p[QStringLiteral("vsDtl")] = QRect(dtl_left, dtl_top, dtl_width, dtl_height);
+    const int label_top = dtl_top + dtl_height + 90;
+    p[QStringLiteral("lblNotes")] = QRect(dtl_left, label_top, dtl_width, notes_label_height);
+    const int notes_top = label_top + notes_label_height;
+    p[QStringLiteral("rtNotes")] =
+        QRect(dtl_left, notes_top, dtl_width, std::max(600, frame_height - notes_top - margin));
+    return p;
+}
+
+void apply_day_extents(AppState& s, const Placement& p) {
+    const auto extent = [&](Grid& g, const char* name) {
+        const auto it = p.find(QString::fromLatin1(name));
+        if (it != p.end()) g.set_extent(it->second.width(), it->second.height());
+    };
+    extent(s.vsSched, "vsSched");
+    extent(s.Cal, "Cal");
+    extent(s.vsDtl, "vsDtl");
+    if (s.view_day && s.vsSched.Cols() > 0) size_sched_cols(s);
+    size_cal_cells(s);
+}
+
+} // namespace orva
