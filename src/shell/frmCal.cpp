@@ -1,6 +1,7 @@
 #include "shell/frmCal.h"
 
 #include "appointments/sticker_pictures.h"
+#include "appointments/stickers.h"
 #include "shell/options.h"
 #include "shell/startup.h"
 #include "shell/tool_icons.h"
@@ -15,12 +16,14 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
@@ -100,7 +103,7 @@ QToolButton* frmCal::tool(QWidget* parent, const QString& n, const QString& capt
     b->setText(caption);
     b->setToolTip(tip);
     b->setIcon(tool_icon(theme_icon, emoji));
-    b->setIconSize(QSize(22, 22));
+    b->setIconSize(QSize(20, 20));
     b->setAutoRaise(true);
     b->setToolButtonStyle(caption.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
     return b;
@@ -162,6 +165,10 @@ void frmCal::build_page() {
     Cal->set_picture_provider(planner_pictures());
     Cal->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     Cal->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // A sticker dropped on a day decorates it until the next refill.
+    Cal->setAcceptDrops(true);
+    Cal->viewport()->setAcceptDrops(true);
+    Cal->viewport()->installEventFilter(this);
 
     TabStrip1 = new QTabBar(page_);
     name(TabStrip1, QStringLiteral("TabStrip1"));
@@ -396,6 +403,19 @@ void frmCal::connect_pane() {
 }
 
 bool frmCal::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Cal->viewport() &&
+        (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
+         event->type() == QEvent::Drop)) {
+        auto* de = static_cast<QDropEvent*>(event);
+        const QString key = de->mimeData()->text().trimmed();
+        if (picture_emoji(key).isEmpty()) return false;
+        de->acceptProposedAction();
+        if (event->type() == QEvent::Drop) {
+            const auto cell = Cal->cell_at(Cal->viewport()->mapTo(Cal, de->position().toPoint()));
+            run([&] { Cal_DragDrop(s_, cell.row, cell.col, key); });
+        }
+        return true;
+    }
     if (watched == vsSched && event->type() == QEvent::KeyPress)
         last_key_text_ = static_cast<QKeyEvent*>(event)->text();
     if ((watched == rtNotes || watched == rtNotes->viewport()) &&

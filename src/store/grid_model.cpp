@@ -46,14 +46,29 @@ void GridModel::setGrid(Grid* grid) {
     reload();
 }
 
-void GridModel::reload() {
+void GridModel::reload(const QModelIndex& keep) {
     if (grid_ && !reset_due_) {
         const int hr = grid_->FixedRows() > 0 ? 1 : 0, hc = grid_->FixedCols() > 0 ? 1 : 0;
         if (hr == header_rows_ && hc == header_cols_ && std::max(grid_->Rows() - hr, 0) == rows_ &&
             std::max(grid_->Cols() - hc, 0) == cols_) {
             // The same shape: telling the view that everything changed keeps
             // an open cell editor, and the user's typing, alive.
-            if (rows_ > 0 && cols_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, cols_ - 1));
+            if (rows_ > 0 && cols_ > 0) {
+                // The cell being edited is left out: telling its editor would
+                // put the grid's text back over what the user has typed.
+                const auto changed = [this](int r1, int c1, int r2, int c2) {
+                    if (r1 <= r2 && c1 <= c2) emit dataChanged(index(r1, c1), index(r2, c2));
+                };
+                if (!keep.isValid()) {
+                    changed(0, 0, rows_ - 1, cols_ - 1);
+                } else {
+                    const int kr = keep.row(), kc = keep.column();
+                    changed(0, 0, kr - 1, cols_ - 1);
+                    changed(kr, 0, kr, kc - 1);
+                    changed(kr, kc + 1, kr, cols_ - 1);
+                    changed(kr + 1, 0, rows_ - 1, cols_ - 1);
+                }
+            }
             if (cols_ > 0) emit headerDataChanged(Qt::Horizontal, 0, cols_ - 1);
             if (rows_ > 0) emit headerDataChanged(Qt::Vertical, 0, rows_ - 1);
             return;

@@ -32,8 +32,9 @@ class GridModel : public QAbstractTableModel {
     Grid* grid() const { return grid_; }
     // Re-reads the grid: one model reset when its shape (rows, columns,
     // header mapping) changed, else one change of every cell, which leaves
-    // an open editor in place.
-    void reload();
+    // an open editor in place; the cell `keep` (one being edited) is not
+    // told, so its editor keeps what was typed.
+    void reload(const QModelIndex& keep = QModelIndex());
 
     int header_rows() const { return header_rows_; }
     int header_cols() const { return header_cols_; }

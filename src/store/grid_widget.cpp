@@ -310,7 +310,7 @@ void GridWidget::sync() {
     const int h_scroll = horizontalScrollBar()->value();
     const int v_scroll = verticalScrollBar()->value();
     applying_ = true;
-    model_->reload();
+    model_->reload(state() == EditingState ? currentIndex() : QModelIndex());
     if (grid_) {
         apply_geometry();
         apply_spans();

@@ -11,7 +11,7 @@ namespace {
 constexpr int min_width = 12000;
 constexpr int min_height = 7800;
 constexpr int strip_top = band_height;
-constexpr int strip_height = sched_top - band_height - 60;
+constexpr int strip_height = sched_top - band_height - 30;
 constexpr int month_row_height = 360;
 constexpr int cal_height = 2760;
 constexpr int tab_height = 380;

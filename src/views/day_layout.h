@@ -13,7 +13,7 @@ namespace orva {
 // pictures, lblNotes) are relative to Frame2.
 using Placement = std::map<QString, QRect>;
 
-inline constexpr int band_height = 480; // Label1's band
+inline constexpr int band_height = 420; // Label1's band
 inline constexpr int sched_top = 1080;  // vsSched
 inline constexpr int sched_left = 24;
 inline constexpr int side_width = 4700; // navigator, tab strip and pane

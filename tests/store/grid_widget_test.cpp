@@ -420,6 +420,37 @@ TEST_F(GridWidgetTest, TypingEditsTheCellAndCommitEmitsAfterEdit) {
     EXPECT_EQ(edit_keys.last().at(2).toInt(), int(Qt::Key_Tab));
 }
 
+TEST_F(GridWidgetTest, AnOpenEditorSurvivesAChangeElsewhereInTheGrid) {
+    grid.setEditable(true);
+    grid.Select(2, 3);
+    w.refresh();
+    w.setFocus();
+    QSignalSpy after(&w, &GridWidget::afterEdit);
+    QTest::keyClick(&w, Qt::Key_D);
+    auto* editor = w.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    // A tick repaints a row while the user types.
+    grid.setCell(CellSetting::BackColor, 6, 1, rgb(253, 225, 228));
+    QApplication::processEvents();
+    ASSERT_TRUE(w.is_editing());
+    QTest::keyClicks(editor, QStringLiteral("ay"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+    ASSERT_EQ(after.count(), 1);
+    EXPECT_EQ(grid.TextMatrix(2, 3).toLower(), QStringLiteral("day"));
+}
+
+TEST_F(GridWidgetTest, ARefreshBeforeTheQueuedSyncLeavesTheEditorOpen) {
+    grid.setEditable(true);
+    grid.Select(4, 2); // queues a sync
+    w.refresh();       // and applies it at once
+    w.setFocus();
+    QTest::keyClick(&w, Qt::Key_X);
+    ASSERT_TRUE(w.is_editing());
+    QApplication::processEvents(); // the queued sync has nothing left to do
+    EXPECT_TRUE(w.is_editing());
+}
+
 TEST_F(GridWidgetTest, ACancelledBeforeEditPreventsEditing) {
     grid.setEditable(true);
     grid.setTextMatrix(5, 1, QStringLiteral("keep"));

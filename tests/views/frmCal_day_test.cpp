@@ -12,9 +12,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -221,6 +223,23 @@ TEST_F(DayPage, TypingIntoAFreeCellMakesAnEntryThatARestartShows) {
     for (int c = 2; c < 20; c += 2)
         shown = shown || s().vsSched.TextMatrix(29, c).endsWith("Call Bob");
     EXPECT_TRUE(shown);
+}
+
+TEST_F(DayPage, StickerDroppedOnADayShowsThereOnThePickColour) {
+    launch();
+    auto* cal = find<GridWidget>("Cal");
+    const QRect cell = cal->cell_rect(2, 3); // Tuesday the 10th
+    ASSERT_FALSE(cell.isEmpty());
+    QMimeData mime;
+    mime.setText("Pumpkin");
+    const QPoint at = cal->viewport()->mapFrom(cal, cell.center());
+    QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(cal->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(at), Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QApplication::sendEvent(cal->viewport(), &drop);
+    EXPECT_EQ(s().Cal.Cell(CellSetting::Picture, 2, 3).toString(), "Pumpkin");
+    EXPECT_EQ(s().Cal.Cell(CellSetting::BackColor, 2, 3).toUInt(), 8454143u);
 }
 
 TEST_F(DayPage, TypingOnASpacerLandsInTheColumnBesideIt) {
