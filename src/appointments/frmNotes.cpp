@@ -1,4 +1,5 @@
 #include "appointments/frmNotes.h"
+#include "shell/form_helpers.h"
 
 #include "shell/qt_modal.h"
 
@@ -15,20 +16,6 @@
 namespace orva {
 
 namespace {
-
-void name_control(QWidget* w, const QString& name) {
-    w->setObjectName(name);
-    w->setAccessibleName(name);
-}
-
-QPoint on_screen(QPoint at, const QSize& size, const QWidget* near) {
-    const QScreen* screen = near ? near->screen() : nullptr;
-    if (!screen) return at;
-    const QRect avail = screen->availableGeometry();
-    at.setX(std::clamp(at.x(), avail.left(), std::max(avail.left(), avail.right() - size.width())));
-    at.setY(std::clamp(at.y(), avail.top(), std::max(avail.top(), avail.bottom() - size.height())));
-    return at;
-}
 
 // The editor is a window of its own and the detail pane a frame inside the
 // main window, so the anchor may be either.

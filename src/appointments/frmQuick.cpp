@@ -1,4 +1,5 @@
 #include "appointments/frmQuick.h"
+#include "shell/form_helpers.h"
 
 #include "appointments/sticker_pictures.h"
 #include "shell/qt_modal.h"
@@ -14,25 +15,6 @@
 #include <algorithm>
 
 namespace orva {
-
-namespace {
-
-void name_control(QWidget* w, const QString& name) {
-    w->setObjectName(name);
-    w->setAccessibleName(name);
-}
-
-// Keeps a window of `size` at `at` wholly on the screen that shows `near`.
-QPoint on_screen(QPoint at, const QSize& size, const QWidget* near) {
-    const QScreen* screen = near ? near->screen() : nullptr;
-    if (!screen) return at;
-    const QRect avail = screen->availableGeometry();
-    at.setX(std::clamp(at.x(), avail.left(), std::max(avail.left(), avail.right() - size.width())));
-    at.setY(std::clamp(at.y(), avail.top(), std::max(avail.top(), avail.bottom() - size.height())));
-    return at;
-}
-
-} // namespace
 
 FrmQuick::FrmQuick(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setObjectName(QStringLiteral("frmQuick"));

@@ -5,17 +5,6 @@
 
 namespace orva {
 
-namespace {
-
-QString cut_trailing_blanks(const QString& s) {
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1) == u' ')
-        --n;
-    return s.left(n);
-}
-
-} // namespace
-
 void frmQuick_Load(AppState& s, QuickForm& f) {
     fill_stickers(f.typeIcombo, QStringLiteral("frmQuick"));
     f.typeIcombo.list_index = 0;
@@ -26,7 +15,7 @@ void frmQuick_Load(AppState& s, QuickForm& f) {
         f.DTPicker1 = QTime(0, 0);
         return;
     }
-    f.caption = cut_trailing_blanks(a->appt_text);
+    f.caption = rtrim(a->appt_text);
     const QString start = a->appt_start;
     const bool timed = start_slot(start) != 0;
     // Row 0 of the day planner makes an untimed entry, which has no end to
@@ -75,7 +64,7 @@ void frmNotes_Load(AppState& s, NotesForm& f) {
     f.font_bold = s.grid_font_bold;
 
     // notes_text is normally a whole field, 200 blanks when there are no notes.
-    const QString shown = cut_trailing_blanks(s.notes_text);
+    const QString shown = rtrim(s.notes_text);
     f.rtNotes = shown.left(notes_limit);
     f.cursor = int(f.rtNotes.size());
     s.notes_shown = s.notes_text;
@@ -98,7 +87,7 @@ void frmNotes_OK(AppState& s, NotesForm& f) {
     const QString text = f.rtNotes.left(notes_limit);
     // notes_shown is usually blank-padded and the box never is: compared as
     // they stand, opening and OK alone would count as an edit.
-    if (cut_trailing_blanks(text) != cut_trailing_blanks(s.notes_shown)) s.notes_dirty = true;
+    if (rtrim(text) != rtrim(s.notes_shown)) s.notes_dirty = true;
     s.notes_text = text;
 }
 

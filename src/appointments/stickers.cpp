@@ -1,17 +1,12 @@
 #include "appointments/stickers.h"
 
+#include "store/records.h"
+
 #include <QHash>
 
 namespace orva {
 
 namespace {
-
-QString cut_trailing_blanks(const QString& s) {
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1) == u' ')
-        --n;
-    return s.left(n);
-}
 
 struct Row {
     const char* key;
@@ -141,7 +136,7 @@ void StickerList::select_type(const QString& type) {
         return;
     }
     list_index = 0;
-    const QString key = cut_trailing_blanks(type);
+    const QString key = rtrim(type);
     // A quick entry holds "0", which no row carries: it means no sticker.
     if (key.isEmpty() || key == u"0") return;
     for (size_t i = 0; i < items.size(); ++i) {
@@ -162,7 +157,7 @@ void fill_stickers(StickerList& list, const QString& form_name) {
 }
 
 QString picture_emoji(const QString& key) {
-    return emoji_by_key().value(cut_trailing_blanks(key));
+    return emoji_by_key().value(rtrim(key));
 }
 
 } // namespace orva

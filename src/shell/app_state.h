@@ -106,17 +106,18 @@ struct AppState : Shared {
     bool timer1_enabled = false;
 
     // --- day planner ------------------------------------------------------
-    qint16 day_appts = 0;           // entries laid on the day grid
-    qint16 week_appts = 0;          // entries in the week planner
-    qint16 month_appts = 0;         // entries in the month planner
+    qint16 day_appts = 0;            // entries laid on the day grid
+    qint16 week_appts = 0;           // entries in the week planner
+    qint16 month_appts = 0;          // entries in the month planner
     qint16 cur_row = 0, cur_col = 0; // the block last placed or clicked
-    QString first_row, first_col;   // first block of a fill; "" until one is placed
-    qint16 slot_row = 0, slot_col = 0; // column search; slot_col keeps its value when nothing is free
+    QString first_row, first_col;    // first block of a fill; "" until one is placed
+    qint16 slot_row = 0,
+           slot_col = 0; // column search; slot_col keeps its value when nothing is free
     qint16 now_row_old = 0, now_row = 0;
-    Color now_color = 15000061; // RGB(253,225,228)
-    int blankColWidth = 45;     // spacer width in twips: 3 pixels, fixed at start
-    int mouse_col_noted = 0;    // column of the last left press on vsSched; decides the tips
-    int last_edit_key = 0;      // last key typed into a cell editor (Qt::Key)
+    Color now_color = 15000061;        // RGB(253,225,228)
+    int blankColWidth = 45;            // spacer width in twips: 3 pixels, fixed at start
+    int mouse_col_noted = 0;           // column of the last left press on vsSched; decides the tips
+    int last_edit_key = 0;             // last key typed into a cell editor (Qt::Key)
     int quick_left = 0, quick_top = 0; // twips: where the cell of a quick entry lies on vsSched
 
     // --- hand-over to the editor ----------------------------------------
@@ -131,13 +132,13 @@ struct AppState : Shared {
     // --- navigator --------------------------------------------------------
     int today_day = 0; // day number drawn white and bold in any month shown
     qint16 cal_row = 0, cal_col = 0;
-    qint16 cal_sel_row = 0, cal_sel_col = 0; // row 0: nothing selected
-    Color cal_pick_color = 8454143;           // RGB(255,255,128)
+    qint16 cal_sel_row = 0, cal_sel_col = 0;   // row 0: nothing selected
+    Color cal_pick_color = 8454143;            // RGB(255,255,128)
     Color cal_back_color = rgb(255, 255, 255); // the skin's; white until one applies
     bool combo_lock = false;
     QDate first_day, next_first_day;
     int month_days = 0;
-    int first_wday = 0; // 0 Sunday .. 6 Saturday
+    int first_wday = 0;       // 0 Sunday .. 6 Saturday
     ComboList Combo1, Combo2; // month names; years 2001 .. today + 15
 
     // --- notes ------------------------------------------------------------

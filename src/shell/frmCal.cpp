@@ -2,6 +2,7 @@
 
 #include "appointments/sticker_pictures.h"
 #include "appointments/stickers.h"
+#include "shell/form_helpers.h"
 #include "shell/options.h"
 #include "shell/startup.h"
 #include "shell/tool_icons.h"
@@ -39,11 +40,6 @@ static void init_resources() {
 
 namespace orva {
 namespace {
-
-void name(QWidget* w, const QString& n) {
-    w->setObjectName(n);
-    w->setAccessibleName(n);
-}
 
 QScreen* screen_of(const QWidget* w) {
     if (QScreen* sc = w->screen()) return sc;
@@ -99,7 +95,7 @@ frmCal::~frmCal() {
 QToolButton* frmCal::tool(QWidget* parent, const QString& n, const QString& caption,
                           const QString& tip, const QString& theme_icon, const QString& emoji) {
     auto* b = new QToolButton(parent);
-    name(b, n);
+    name_control(b, n);
     b->setText(caption);
     b->setToolTip(tip);
     b->setIcon(tool_icon(theme_icon, emoji));
@@ -115,7 +111,7 @@ void frmCal::build_page() {
     setCentralWidget(page_);
 
     Label1 = new QLabel(page_);
-    name(Label1, QStringLiteral("Label1"));
+    name_control(Label1, QStringLiteral("Label1"));
     QFont big = Label1->font();
     big.setPointSizeF(big.pointSizeF() * 1.5);
     big.setBold(true);
@@ -126,7 +122,7 @@ void frmCal::build_page() {
             .arg(css(band_back), css(band_text)));
 
     Frame3 = new QFrame(page_);
-    name(Frame3, QStringLiteral("Frame3"));
+    name_control(Frame3, QStringLiteral("Frame3"));
     Frame3->setStyleSheet(
         QStringLiteral("QFrame#Frame3 { background: %1; } QToolButton { color: %2; }")
             .arg(css(strip_back), css(strip_text)));
@@ -146,7 +142,7 @@ void frmCal::build_page() {
     strip->addStretch(1);
 
     vsSched = new GridWidget(page_);
-    name(vsSched, QStringLiteral("vsSched"));
+    name_control(vsSched, QStringLiteral("vsSched"));
     vsSched->setGrid(&s_.vsSched);
     vsSched->set_picture_provider(planner_pictures());
 
@@ -155,12 +151,12 @@ void frmCal::build_page() {
     tool(page_, QStringLiteral("imgNextMth"), QString(), QStringLiteral("Next Month"),
          QStringLiteral("go-next"), QStringLiteral("\u23E9"));
     Combo1 = new QComboBox(page_);
-    name(Combo1, QStringLiteral("Combo1"));
+    name_control(Combo1, QStringLiteral("Combo1"));
     Combo2 = new QComboBox(page_);
-    name(Combo2, QStringLiteral("Combo2"));
+    name_control(Combo2, QStringLiteral("Combo2"));
 
     Cal = new GridWidget(page_);
-    name(Cal, QStringLiteral("Cal"));
+    name_control(Cal, QStringLiteral("Cal"));
     Cal->setGrid(&s_.Cal);
     Cal->set_picture_provider(planner_pictures());
     Cal->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -171,13 +167,13 @@ void frmCal::build_page() {
     Cal->viewport()->installEventFilter(this);
 
     TabStrip1 = new QTabBar(page_);
-    name(TabStrip1, QStringLiteral("TabStrip1"));
+    name_control(TabStrip1, QStringLiteral("TabStrip1"));
     const int tab = TabStrip1->addTab(QStringLiteral("Appointment Details"));
     TabStrip1->setTabData(tab, QStringLiteral("appt"));
     TabStrip1->setExpanding(false);
 
     Frame2 = new QGroupBox(page_);
-    name(Frame2, QStringLiteral("Frame2"));
+    name_control(Frame2, QStringLiteral("Frame2"));
     tool(Frame2, QStringLiteral("imgDtlAppt"), QString(), QStringLiteral("Edit Appointment"),
          QStringLiteral("document-edit"), QStringLiteral("\u270F\uFE0F"));
     tool(Frame2, QStringLiteral("imgDtlNote"), QString(),
@@ -188,14 +184,14 @@ void frmCal::build_page() {
     tool(Frame2, QStringLiteral("imgDtlNext"), QString(), QStringLiteral("Next appointment"),
          QStringLiteral("go-down"), QStringLiteral("\U0001F53D"));
     vsDtl = new GridWidget(Frame2);
-    name(vsDtl, QStringLiteral("vsDtl"));
+    name_control(vsDtl, QStringLiteral("vsDtl"));
     vsDtl->setGrid(&s_.vsDtl);
     vsDtl->set_picture_provider(planner_pictures());
     vsDtl->setToolTip(QStringLiteral("Details for selected appointment"));
     lblNotes = new QLabel(QStringLiteral("Appointment Notes:"), Frame2);
-    name(lblNotes, QStringLiteral("lblNotes"));
+    name_control(lblNotes, QStringLiteral("lblNotes"));
     rtNotes = new QTextEdit(Frame2);
-    name(rtNotes, QStringLiteral("rtNotes"));
+    name_control(rtNotes, QStringLiteral("rtNotes"));
     rtNotes->setReadOnly(true);
     rtNotes->setToolTip(QStringLiteral("Click to edit current note"));
     rtNotes->viewport()->installEventFilter(this);

@@ -210,4 +210,11 @@ QString number_field(qint16 v) {
     return QString::number(v).leftJustified(2, u' ', true);
 }
 
+QString rtrim(const QString& field) {
+    qsizetype n = field.size();
+    while (n > 0 && field.at(n - 1) == QLatin1Char(' '))
+        --n;
+    return field.left(n);
+}
+
 } // namespace orva

@@ -164,6 +164,9 @@ QString rmdr_yymm(const QString& mm_dd_yy);
 // Format(d, "yymm").
 QString yymm_of(const QDate& d);
 
+// A field's text without the blanks that pad it on the right.
+QString rtrim(const QString& field);
+
 // A number field's text to a 16-bit integer. A field with no digits leaves
 // `keep` unchanged (the value of the line before).
 qint16 field_number(const QString& text, qint16 keep);

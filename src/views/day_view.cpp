@@ -28,21 +28,8 @@ QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
 }
 
-QString rtrim(const QString& s) {
-    int n = int(s.size());
-    while (n > 0 && s.at(n - 1) == QLatin1Char(' '))
-        --n;
-    return s.left(n);
-}
-
 bool is_blank_text(const QString& s) {
     return s.trimmed().isEmpty();
-}
-
-double font_points(const AppState& s) {
-    bool ok = false;
-    const double pt = s.grid_font_size.toDouble(&ok);
-    return ok && pt > 0 ? pt : 9;
 }
 
 // Format(t, "h:mm am/pm") on a field: a text that is no time comes back as it
@@ -162,15 +149,24 @@ int end_slot(const QString& end, const QString& start) {
     return m < 30 ? h2 + 1 : h2 + 2;
 }
 
-void set_sched_font(AppState& s) {
-    Grid& g = s.vsSched;
+double grid_font_points(const AppState& s) {
+    bool ok = false;
+    const double pt = s.grid_font_size.toDouble(&ok);
+    return ok && pt > 0 ? pt : 9;
+}
+
+void apply_grid_font(const AppState& s, Grid& g) {
     if (!s.grid_font_name.isEmpty()) g.setFontName(s.grid_font_name);
-    g.setFontSize(font_points(s));
+    g.setFontSize(grid_font_points(s));
     g.setFontBold(s.grid_font_bold);
     g.setFontItalic(s.grid_font_italic);
+}
+
+void set_sched_font(AppState& s) {
+    apply_grid_font(s, s.vsSched);
     bool ok = false;
     const qulonglong fore = s.grid_font_color.toULongLong(&ok);
-    if (ok) g.setForeColor(Color(fore));
+    if (ok) s.vsSched.setForeColor(Color(fore));
 }
 
 void build_day_rows(AppState& s) {
@@ -184,7 +180,7 @@ void build_day_rows(AppState& s) {
         for (int c = 1; c < day_cols; c += 2)
             g.setCell(CellSetting::Data, r, c, blank_data);
     }
-    const double pt = font_points(s);
+    const double pt = grid_font_points(s);
     const QString font = s.grid_font_name.isEmpty() ? g.FontName() : s.grid_font_name;
     g.setCell(CellSetting::FontName, 0, 0, day_rows - 1, day_cols - 1, font);
     g.setCell(CellSetting::FontSize, 0, 0, day_rows - 1, day_cols - 1, pt);
@@ -520,17 +516,21 @@ void vsSched_Click(AppState& s, int row, int col) {
     show_status(s);
 }
 
+void hand_over_new(AppState& s) {
+    s.new_appt = true;
+    s.rem_lead = 0;
+    s.rem_unit = 0;
+    s.rem_anim = 1;
+    s.edit_index = 0;
+    s.edit_date = s.cur_date;
+}
+
 void sched_hand_over(AppState& s, int row, int col) {
     const Grid& g = s.vsSched;
     s.edit_start = row > 0 ? g.TextMatrix(row, 0) : QStringLiteral(" ");
     const QString d = data_of(g, row, col);
     if (d.isEmpty()) {
-        s.new_appt = true;
-        s.rem_lead = 0;
-        s.rem_unit = 0;
-        s.rem_anim = 1;
-        s.edit_index = 0;
-        s.edit_date = s.cur_date;
+        hand_over_new(s);
     } else {
         s.new_appt = false;
         s.edit_index = d.toInt();

@@ -64,6 +64,12 @@ void sched_tip(AppState& s, int row, int col);
 void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col);
 // The options' font on the grid object (name, size, bold, italic, colour).
 void set_sched_font(AppState& s);
+// The options' font name, size, bold and italic on any grid object.
+void apply_grid_font(const AppState& s, Grid& g);
+// grid_font_size as points; 9 when it is no number.
+double grid_font_points(const AppState& s);
+// The hand-over of a new entry on cur_date: no reminder yet, messenger 1.
+void hand_over_new(AppState& s);
 
 // The day's first block into the detail pane when the "appt" tab is selected:
 // Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.

@@ -25,13 +25,6 @@ const QString use_toolbar_text =
     QStringLiteral(" Click the Edit Appointment button on the toolbar to edit appointments");
 const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 
-QString rtrim(const QString& s) {
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1) == QLatin1Char(' '))
-        --n;
-    return s.left(n);
-}
-
 QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
 }
@@ -40,12 +33,6 @@ QString data_of(const Grid& g, int row, int col) {
 bool holds_appt(const Grid& g, int row, int col) {
     const QString d = data_of(g, row, col);
     return !d.isEmpty() && d != blank_data;
-}
-
-double font_points(const AppState& s) {
-    bool ok = false;
-    const double pt = s.grid_font_size.toDouble(&ok);
-    return ok && pt > 0 ? pt : 9;
 }
 
 void set_pictures(AppState& s, bool on) {
@@ -61,11 +48,7 @@ void size_text_col(Grid& g) {
 }
 
 void set_dtl_font(AppState& s) {
-    Grid& g = s.vsDtl;
-    if (!s.grid_font_name.isEmpty()) g.setFontName(s.grid_font_name);
-    g.setFontSize(font_points(s));
-    g.setFontBold(s.grid_font_bold);
-    g.setFontItalic(s.grid_font_italic);
+    apply_grid_font(s, s.vsDtl);
 }
 
 // Row height within its limits: at least 340 twips, at most the grid's own
@@ -198,7 +181,7 @@ void fill_dtl(AppState& s, int index, int row) {
     const QString font = s.grid_font_name.isEmpty() ? g.FontName() : s.grid_font_name;
     const int last = dtl_rows - 1;
     g.setCell(CellSetting::FontName, 0, 0, last, dtl_cols - 1, font);
-    g.setCell(CellSetting::FontSize, 0, 0, last, dtl_cols - 1, font_points(s));
+    g.setCell(CellSetting::FontSize, 0, 0, last, dtl_cols - 1, grid_font_points(s));
     g.setCell(CellSetting::FontBold, 0, 0, last, dtl_cols - 1, s.grid_font_bold);
     bool ok = false;
     const qulonglong fore = s.grid_font_color.toULongLong(&ok);

@@ -350,12 +350,7 @@ void Cal_DblClick(AppState& s, int row, int col) {
         // opens whatever stands there.
         s.edit_index = day.day_index.trimmed().toInt();
     } else {
-        s.new_appt = true;
-        s.rem_lead = 0;
-        s.rem_unit = 0;
-        s.rem_anim = 1;
-        s.edit_index = 0;
-        s.edit_date = s.cur_date;
+        hand_over_new(s);
         s.edit_start = clock().now().time().toString(QStringLiteral("HH:mm"));
     }
     s.appt_from_planner = true;
