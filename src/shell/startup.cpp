@@ -70,12 +70,8 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
         format_day_grid(s);
         build_day_rows(s);
         fill_cal(s, today);
-        s.first_row.clear();
-        s.first_col.clear();
-        fill_day(s);
-        show_first_block(s);
-        s.ctl(QStringLiteral("Label1")).text = long_date_label(today);
-        w.show_long_date(long_date_label(today));
+        fill_day_core(s);
+        set_label1(s, w, today);
         mark_now_row(s);
         mark_cur_day(s);
         w.show_day_view();

@@ -441,6 +441,20 @@ void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col)
     a->appt_pattern = QStringLiteral("1 ");
 }
 
+void set_label1(AppState& s, WindowPort& w, const QDate& d) {
+    const QString text = long_date_label(d);
+    s.ctl(QStringLiteral("Label1")).text = text;
+    w.show_long_date(text);
+}
+
+void fill_day_core(AppState& s) {
+    s.first_row.clear();
+    s.first_col.clear();
+    fill_day(s);
+    size_sched_cols(s);
+    show_first_block(s);
+}
+
 void show_first_block(AppState& s) {
     if (s.tab_key != u"appt") return;
     s.ctl(QStringLiteral("Frame2")).visible = true;
@@ -466,13 +480,8 @@ void imageDay_Click(AppState& s, WindowPort& w) {
     build_day_rows(s);
     format_day_grid(s);
     fill_cal(s, s.cur_date);
-    s.first_row.clear();
-    s.first_col.clear();
-    fill_day(s);
-    size_sched_cols(s);
-    show_first_block(s);
-    s.ctl(QStringLiteral("Label1")).text = long_date_label(s.cur_date);
-    w.show_long_date(long_date_label(s.cur_date));
+    fill_day_core(s);
+    set_label1(s, w, s.cur_date);
 
     s.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
     s.now_row_old = s.now_row;

@@ -71,6 +71,12 @@ double grid_font_points(const AppState& s);
 // The hand-over of a new entry on cur_date: no reminder yet, messenger 1.
 void hand_over_new(AppState& s);
 
+// Label1 takes the long date of `d`.
+void set_label1(AppState& s, WindowPort& w, const QDate& d);
+// The fill of every day rebuild: first_row / first_col cleared, fill_day,
+// the columns sized and the first block put into the pane.
+void fill_day_core(AppState& s);
+
 // The day's first block into the detail pane when the "appt" tab is selected:
 // Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.
 void show_first_block(AppState& s);

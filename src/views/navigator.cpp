@@ -38,12 +38,6 @@ Color back_of(const Grid& g, int row, int col) {
     return Color(g.Cell(CellSetting::BackColor, row, col).toUInt());
 }
 
-void set_label1(AppState& s, WindowPort& w, const QDate& d) {
-    const QString text = long_date_label(d);
-    s.ctl(QStringLiteral("Label1")).text = text;
-    w.show_long_date(text);
-}
-
 void load_month(AppState& s, const QDate& d) {
     load_appts(s, d, s.cal_path, 0);
     load_rmdrs(s, d, s.cal_path, 0);
@@ -51,13 +45,6 @@ void load_month(AppState& s, const QDate& d) {
 
 // The core every date change shares once cur_date is set and its month is in
 // appt_tbl: an empty day grid, the day's entries, the first one in the pane.
-void fill_day_core(AppState& s) {
-    s.first_row.clear();
-    s.first_col.clear();
-    fill_day(s);
-    size_sched_cols(s);
-    show_first_block(s);
-}
 
 } // namespace
 

@@ -15,17 +15,6 @@ QString data(const AppState& s, int row, int col) {
     return s.vsSched.Cell(CellSetting::Data, row, col).toString();
 }
 
-// The day rebuilt as the navigator does it after a date change.
-void rebuild(AppState& s) {
-    s.vsSched.Clear();
-    build_day_rows(s);
-    format_day_grid(s);
-    s.first_row.clear();
-    s.first_col.clear();
-    fill_day(s);
-    size_sched_cols(s);
-}
-
 class DayGrid : public ::testing::Test {
   protected:
     ViewEnv env;

@@ -11,17 +11,6 @@
 namespace orva::testing {
 namespace {
 
-// The day grid as a date change leaves it.
-void rebuild(AppState& s) {
-    s.vsSched.Clear();
-    format_day_grid(s);
-    build_day_rows(s);
-    s.first_row.clear();
-    s.first_col.clear();
-    fill_day(s);
-    size_sched_cols(s);
-}
-
 class DetailPane : public ::testing::Test {
   protected:
     ViewEnv env;

@@ -6,6 +6,7 @@
 #include "shell/app_state.h"
 #include "shell/clock.h"
 #include "store/calendar_file.h"
+#include "views/day_view.h"
 
 #include <QTemporaryDir>
 
@@ -16,6 +17,17 @@ namespace orva::testing {
 // module, a fake window and a scripted modal seam. The grids get the extents
 // the main window gives them at 1280x800 so that sizing has something to work
 // from.
+// The day grid as a date change leaves it.
+inline void rebuild(AppState& s) {
+    s.vsSched.Clear();
+    format_day_grid(s);
+    build_day_rows(s);
+    s.first_row.clear();
+    s.first_col.clear();
+    fill_day(s);
+    size_sched_cols(s);
+}
+
 struct ViewEnv {
     QTemporaryDir dir;
     FixedClock clock{QDateTime(QDate(2026, 3, 15), QTime(9, 10))};
@@ -48,8 +60,8 @@ struct ViewEnv {
         load_appts(s, s.cur_date, s.cal_path, 0);
     }
     // An entry on cur_date from start to end ("hh:mm", blanks for untimed).
-    appt_rec entry(const QString& id, const QString& start, const QString& end,
-                   const QString& text, const QString& type = QStringLiteral("Car")) const {
+    appt_rec entry(const QString& id, const QString& start, const QString& end, const QString& text,
+                   const QString& type = QStringLiteral("Car")) const {
         appt_rec r = make_appt(s.cur_date.toString(QStringLiteral("MMddyyyy")), id, start, text);
         r.appt_start = start;
         r.appt_end = end;
