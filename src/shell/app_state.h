@@ -10,6 +10,8 @@
 
 namespace orva {
 
+struct ApptForm;
+
 // Check marks of the main menu that the options row carries. The window
 // mirrors them onto its actions; the logic reads and writes only these.
 struct MenuChecks {
@@ -127,7 +129,29 @@ struct AppState : Shared {
     QString edit_start; // the row's time label, " " for untimed
     bool appt_from_planner = false;
     bool appt_copy = false;
+
+    // --- the rule and the reminder in force in the editor ----------------
+    qint16 occ_period = 0;  // 0 once, 1 daily, 2 weekly, 3 monthly, 4 yearly
+    qint16 occ_every = 0;   // interval row (step - 1); the weekday under the second option
+    qint16 occ_ordinal = 0; // 0 first .. 4 last
+    qint16 occ_weekday = 0; // 0 Sunday .. 6 Saturday
+    qint16 occ_month = 0;   // 0 every month, 1 January .. 12 December
+    QString occ_until;      // "mm/dd/yy"
+    bool occ_by_period = true, occ_by_weekday = false; // exactly one is true
     qint16 rem_lead = 0, rem_unit = 0, rem_anim = 1;
+    QString rem_sound; // path of the alarm sound, or empty
+    qint16 old_lead = 0, old_unit = 0, old_anim = 1;
+    QString old_sound;
+    QString msg_anim; // the messenger of the next flight ("2", "3"); anything else flies none
+    QString rem_from; // who opened the reminder setup: "apptfrm" or "CalDtlRem"
+    int rem_row = 0;  // the row of appt_tbl of a "CalDtlRem" setup
+    bool day_filled = false; // the day view has been filled once in this run
+    // Set by an edit's change check: reminders to rebuild (past ones written
+    // as delivered), the record to rewrite, the sticker changed.
+    bool mark_past = false, appt_changed = false, type_changed = false;
+    // The editor while it is loaded, so the dialogs it opens can read and set
+    // its controls; null when it is not.
+    ApptForm* appt_form = nullptr;
 
     // --- navigator --------------------------------------------------------
     int today_day = 0; // day number drawn white and bold in any month shown

@@ -8,7 +8,7 @@ class SilentModal final : public Modal {
     void message(const QString&, MsgStyle) override {}
     Answer ask_yes_no(const QString&, MsgStyle) override { return Answer::No; }
     QString save_file_dialog(const QString&) override { return {}; }
-    QString open_file_dialog(const QString&) override { return {}; }
+    QString open_file_dialog(const QString&, const QString&) override { return {}; }
     void open_form(const QString&) override {}
 };
 

@@ -26,7 +26,9 @@ class Modal {
     // The filter is in the program's "caption|pattern" form, for example
     // "cal Files (*.cal)|*.cal". An empty result means nothing was chosen.
     virtual QString save_file_dialog(const QString& filter) = 0;
-    virtual QString open_file_dialog(const QString& filter) = 0;
+    // file_name presets the dialog's name box ("*.wav").
+    virtual QString open_file_dialog(const QString& filter,
+                                     const QString& file_name = QString()) = 0;
 
     // Opens a form by its name ("frmAppt1") modally and returns when it closes.
     // Forms hand their results back through the shared variables, not here.

@@ -20,10 +20,14 @@ class QtModal final : public Modal {
     void message(const QString& text, MsgStyle style) override;
     Answer ask_yes_no(const QString& text, MsgStyle style) override;
     QString save_file_dialog(const QString& filter) override;
-    QString open_file_dialog(const QString& filter) override;
+    QString open_file_dialog(const QString& filter, const QString& file_name = QString()) override;
     void open_form(const QString& name) override;
 
   private:
+    // The window a box or form opens over: the topmost modal form when one is
+    // open (a message of the editor belongs over the editor), else the main
+    // window.
+    QWidget* host() const;
     QPointer<QWidget> parent_;
     std::map<QString, std::function<void(QWidget*)>> forms_;
 };

@@ -50,6 +50,14 @@ class MonthWriter {
         QFile::remove(path_);
     }
 
+    // Drops the open month without storing it: its member keeps what it held.
+    void abandon() {
+        if (!open_) return;
+        open_ = false;
+        file_.close();
+        QFile::remove(path_);
+    }
+
   private:
     void start(const QString& yymm) {
         yymm_ = yymm;
@@ -200,9 +208,16 @@ void write_appts(Shared& s, const QString& cal_file, int io_mode, int row) {
 void write_occurs(Shared& s, const QString& cal_file) {
     Archive::Command command(s.archive, cal_file);
     MonthWriter out(s, cal_file, MemberKind::appointments, append_mode);
-    for (int r = 1; r <= s.occur_count; ++r)
-        if (const appt_rec* rec = s.occur_row(r))
-            out.line(appt_yymm(rec->appt_date), appt_line(*rec));
+    for (int r = 1; r <= s.occur_count; ++r) {
+        const appt_rec* rec = s.occur_row(r);
+        if (!rec) {
+            // A row past the table's limit cannot be read: the writing stops
+            // there, and the month it had open is not stored.
+            out.abandon();
+            return;
+        }
+        out.line(appt_yymm(rec->appt_date), appt_line(*rec));
+    }
 }
 
 void save_rmdrs(Shared& s, int io_mode, const QString& cal_file) {
@@ -220,6 +235,14 @@ void save_rmdrs(Shared& s, int io_mode, const QString& cal_file) {
 void append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r) {
     MonthWriter out(s, cal_file, MemberKind::reminders, append_mode);
     out.line(rmdr_yymm(r.rmdr_date), rmdr_line(r));
+}
+
+void append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last) {
+    Archive::Command command(s.archive, cal_file);
+    MonthWriter out(s, cal_file, MemberKind::reminders, append_mode);
+    for (int r = first; r <= last; ++r)
+        if (const rmdr_rec* rec = s.rmdr_row(r))
+            out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec));
 }
 
 int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QString& yymm,

@@ -37,13 +37,19 @@ void load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file);
 // io_mode 8 appends row `row` of appt_tbl to its member; 2 rewrites the
 // members of rows 1..row, which must stand together by month.
 void write_appts(Shared& s, const QString& cal_file, int io_mode, int row);
-// Appends rows 1..occur_count of occur_tbl to their members.
+// Appends rows 1..occur_count of occur_tbl to their members. A count past the
+// table's limit stops the writing at the first missing row; the month then
+// open is left as it was.
 void write_occurs(Shared& s, const QString& cal_file);
 // io_mode 2 rewrites the members of every row of rmdr_tbl; any other value
 // appends the last row.
 void save_rmdrs(Shared& s, int io_mode, const QString& cal_file);
 // Appends one reminder line to the member of its rmdr_date.
 void append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r);
+// Appends rows first..last of rmdr_tbl to their members, one extract and add
+// per run of rows of the same month; rows past the table's limit are passed
+// over.
+void append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last);
 
 enum class MemberKind { appointments, reminders };
 // Rewrites one month's member without the lines whose id is `key`; a member

@@ -18,6 +18,7 @@ class ScriptedModal final : public Modal {
         QString kind; // "message", "question", "save", "open", "form"
         QString text; // the message text, the filter, or the form's name
         MsgStyle style = MsgStyle::Plain;
+        QString preset; // a file dialog's preset name
     };
 
     std::vector<Shown> shown;
@@ -36,7 +37,11 @@ class ScriptedModal final : public Modal {
         return a;
     }
     QString save_file_dialog(const QString& filter) override { return file(u"save", filter); }
-    QString open_file_dialog(const QString& filter) override { return file(u"open", filter); }
+    QString open_file_dialog(const QString& filter, const QString& file_name = QString()) override {
+        QString a = file(u"open", filter);
+        shown.back().preset = file_name;
+        return a;
+    }
     void open_form(const QString& name) override {
         shown.push_back({QStringLiteral("form"), name, MsgStyle::Plain});
         if (auto it = forms.find(name); it != forms.end() && it->second) it->second();
