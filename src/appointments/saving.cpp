@@ -1,6 +1,15 @@
 #include "appointments/saving.h"
 
+#include "appointments/delete_copy.h"
+#include "appointments/recurrence.h"
+#include "reminders/reminder_setup.h"
 #include "shell/clock.h"
+#include "shell/modal.h"
+#include "store/calendar_file.h"
+#include "views/day_view.h"
+#include "views/detail_pane.h"
+#include "views/navigator.h"
+#include "views/status.h"
 
 namespace orva {
 
@@ -12,6 +21,218 @@ QString appt_id_at(const QDateTime& now) {
 
 QString new_appt_id() {
     return appt_id_at(clock().now());
+}
+
+void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key) {
+    appt_rec* a = s.appt_row(row);
+    if (!a) return;
+    const QString first = f.apptDTPicker.toString(QStringLiteral("MMddyyyy"));
+    a->appt_first_date = first;
+    a->appt_date = first;
+    if (f.pickers_enabled) {
+        a->appt_start = start_text(f);
+        a->appt_end = end_text(f);
+    } else {
+        a->appt_start.blank();
+        a->appt_end.blank();
+    }
+    a->appt_id = key;
+    a->appt_text = f.Text1.left(text1_limit);
+    a->appt_type = f.typeIcombo.selected_key();
+    a->appt_occurs = f.occurs_field;
+    a->appt_occurs_month = number_field(s.occ_month);
+    a->appt_occurs_every = number_field(s.occ_every);
+    a->appt_until = s.occ_until;
+    a->appt_rem_lead = number_field(s.rem_lead);
+    a->appt_rem_unit = number_field(s.rem_unit);
+    a->appt_rem_anim = number_field(s.rem_anim);
+    a->appt_rem_text = s.rem_sound;
+    a->appt_notes = f.Notes;
+    a->appt_pattern = s.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
+}
+
+void copy_occur_row(AppState& s, int target, int source) {
+    appt_rec* src = s.occur_row(source);
+    appt_rec* dst = s.appt_row(target);
+    if (!src) return;
+    src->appt_pattern = s.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
+    if (dst) *dst = *src;
+}
+
+namespace {
+
+const QString one_time = QStringLiteral("0 ");
+
+void reload_rmdrs(AppState& s, const QDate& from) {
+    load_rmdrs(s, from, s.cal_path, s.months_back);
+}
+
+// Generates a series under the rule in force with `key`, writes it, and makes
+// its reminders when the entry has a lead. The caller has set occurs_field.
+void write_series(AppState& s, ApptForm& f, const QString& key) {
+    if (!s.occ_by_period)
+        build_weekday_occurs(s, f, key);
+    else
+        build_occurs(s, f, f.occurs_field, key);
+    write_occurs(s, s.cal_path);
+}
+
+// The occurs text of the rule in force: the ordinal of a weekday rule, the
+// period of any other.
+QString rule_occurs(const AppState& s) {
+    return number_field(s.occ_by_period ? s.occ_period : s.occ_ordinal);
+}
+
+QString as_mmddyy(const QString& until) {
+    const QDate d = short_to_date(until);
+    return d.isValid() ? d.toString(QStringLiteral("MMddyy")) : until;
+}
+
+} // namespace
+
+void save_appt(AppState& s, ApptForm& f) {
+    // One user command, one transaction: a crash leaves the old series or the
+    // new one, never half of either.
+    Archive::Command command(s.archive, s.cal_path);
+    if (s.appt_copy) {
+        copy_appt(s, f);
+        end_update(s);
+        return;
+    }
+    if (!s.new_appt) {
+        apply_edit(s, f);
+        end_update(s);
+        return;
+    }
+
+    s.mark_past = false;
+    f.occurs_field = rule_occurs(s);
+    const QString key = new_appt_id();
+    if (!s.occ_by_period || f.occurs_field != one_time) {
+        write_series(s, f, key);
+        if (s.rem_lead > 0) make_series_rmdrs(s);
+    } else {
+        ++s.appt_count;
+        fill_appt_row(s, f, s.appt_count, key);
+        write_appts(s, s.cal_path, 8, s.appt_count);
+        if (s.rem_lead > 0) add_rmdr(s, 8, s.cal_path, s.appt_count);
+    }
+    reload_rmdrs(s, s.cur_date);
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    refresh_planner(s);
+    end_update(s);
+}
+
+void apply_edit(AppState& s, ApptForm& f) {
+    s.mark_past = s.appt_changed = s.type_changed = false;
+    const auto both = [&s] { s.appt_changed = s.mark_past = true; };
+    if (s.old_lead != s.rem_lead || s.old_unit != s.rem_unit || s.old_anim != s.rem_anim ||
+        f.was_occurs != s.occ_period || f.was_spare1 != s.occ_ordinal ||
+        f.was_every != s.occ_every || f.was_spare2 != s.occ_weekday || f.was_month != s.occ_month)
+        both();
+    else if (start_text(f) != f.was_start)
+        both(); // an untimed entry always lands here: its blank start never equals a time
+    else if (end_text(f) != f.was_end)
+        both();
+    else if (as_mmddyy(f.was_until) != as_mmddyy(s.occ_until))
+        both();
+    else if (s.notes_dirty)
+        s.appt_changed = true;
+    else if (f.Text1 != f.was_text)
+        both();
+    else if (f.typeIcombo.selected_key() != f.was_type) {
+        both();
+        s.type_changed = true;
+    } else if (s.rem_sound != s.old_sound)
+        s.appt_changed = true; // the rows only: reminders made earlier keep their sound
+    else if (f.apptDTPicker.toString(QStringLiteral("MMddyyyy")) != f.was_first_date)
+        both();
+    else if (f.Notes != f.was_notes || f.timed_touched)
+        s.appt_changed = true;
+
+    const QDate first = text_to_date(f.was_first_date);
+    if (s.edit_index == 0) {
+        modal().message(couldnt_update_msg, MsgStyle::Critical);
+        return;
+    }
+    if (s.appt_changed) upd_appt(s, f, s.edit_index, first);
+}
+
+void upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
+    const appt_rec* a = s.appt_row(row);
+    if (!a) return;
+    // Taken before anything moves: the generation below reuses the tables.
+    const QString end = a->appt_end, start = a->appt_start, until = a->appt_until;
+    const qint16 every = field_number(a->appt_occurs_every, 0);
+    const QString occurs = a->appt_occurs;
+    const qint16 lead = field_number(a->appt_rem_lead, 0);
+    const qint16 unit = field_number(a->appt_rem_unit, 0);
+    const QString key = a->appt_id;
+    const QString pattern = a->appt_pattern;
+
+    Archive::Command command(s.archive, s.cal_path);
+    f.occurs_field = occurs;
+    if (!s.appt_copy)
+        delete_series(s, first_date, end, start, key, until, every, f.occurs_field, pattern);
+    f.occurs_field = rule_occurs(s);
+
+    const auto drop_old_rmdrs = [&] {
+        if (lead > 0)
+            delete_series_rmdrs(s, first_date, end, start, key, until, lead, unit, every, occurs,
+                                pattern);
+    };
+    if (!s.occ_by_period || f.occurs_field != one_time) {
+        write_series(s, f, key);
+        if (s.mark_past) {
+            drop_old_rmdrs();
+            if (s.rem_lead > 0) make_series_rmdrs(s);
+            reload_rmdrs(s, clock().today());
+        }
+    } else {
+        fill_appt_row(s, f, row, key);
+        write_appts(s, s.cal_path, 8, row);
+        if (s.mark_past) {
+            drop_old_rmdrs();
+            const appt_rec* now = s.appt_row(row);
+            if (now && field_number(now->appt_rem_lead, 0) != 0) add_rmdr(s, 8, s.cal_path, row);
+            reload_rmdrs(s, s.cur_date);
+        }
+    }
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    // Opened from the search or the reminder list, the planner is left alone.
+    if (s.view_month || s.view_week || s.appt_from_planner) refresh_planner(s);
+}
+
+void end_update(AppState& s) {
+    show_status(s);
+    s.status_panels[panel_count].text = calendar_updated_text;
+    s.timer1_enabled = true;
+}
+
+void refresh_planner(AppState& s) {
+    // The week and month planners rebuild themselves once they exist.
+    if (s.view_month || s.view_week) return;
+    Grid& g = s.vsSched;
+    const int row = g.Row(), col = g.Col();
+    g.Clear();
+    format_day_grid(s);
+    build_day_rows(s);
+    fill_day_core(s);
+    mark_now_row(s);
+    // The navigator's day marks follow the month just reloaded.
+    fill_cal(s, s.cur_date);
+    mark_cur_day(s);
+    // The cell that was current stays current. Its old data is not written
+    // back: after a rebuild it could name a row that now holds another entry.
+    if (row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols()) {
+        g.Select(row, col);
+        const QString d = g.Cell(CellSetting::Data, row, col).toString();
+        if (s.tab_key == u"appt" && !d.isEmpty() && d != blank_data) {
+            s.cur_row = qint16(row);
+            s.cur_col = qint16(col);
+            show_detail(s, row, col);
+        }
+    }
 }
 
 } // namespace orva

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "appointments/appt_editor.h"
+
 #include <QDateTime>
 #include <QString>
 
@@ -12,5 +14,29 @@ namespace orva {
 QString appt_id_at(const QDateTime& now);
 // appt_id_at the clock's now.
 QString new_appt_id();
+
+// All 17 fields of row `row` of appt_tbl from the editor, with key `key`.
+void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key);
+// Fields 1 to 16 of occur_tbl row `source` into appt_tbl row `target`;
+// appt_pattern comes from the rule in force.
+void copy_occur_row(AppState& s, int target, int source);
+
+// The steps of OK after validation, in the editor's three modes. A failing
+// step does not stop the next; the whole is one command of the calendar file.
+void save_appt(AppState& s, ApptForm& f);
+// The change check of an edited entry (ten tests, the first that fires ends
+// the testing), then upd_appt when the record is to be rewritten.
+void apply_edit(AppState& s, ApptForm& f);
+// Replaces the series of row `row`, which began on `first_date`, by what the
+// editor now holds. The key stays.
+void upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date);
+// Closing steps of every save: counters, " Calendar Updated ", the tick on.
+// The caller unloads the form.
+void end_update(AppState& s);
+// After a change of the store: the planner that is up is rebuilt with the
+// cell that was current kept current.
+void refresh_planner(AppState& s);
+
+inline const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 
 } // namespace orva

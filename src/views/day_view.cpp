@@ -1,5 +1,6 @@
 #include "views/day_view.h"
 
+#include "appointments/delete_copy.h"
 #include "appointments/saving.h"
 #include "appointments/stickers.h"
 #include "shell/clock.h"
@@ -451,6 +452,7 @@ void fill_day_core(AppState& s) {
     s.first_row.clear();
     s.first_col.clear();
     fill_day(s);
+    s.day_filled = true;
     size_sched_cols(s);
     show_first_block(s);
 }
@@ -549,8 +551,9 @@ void sched_hand_over(AppState& s, int row, int col) {
 void open_editor(AppState& s) {
     s.timer1_enabled = false;
     s.appt_from_planner = true;
+    // No restart here: a save switches the tick on again in its closing step,
+    // while Cancel leaves it off until the next event that enables it.
     modal().open_form(QStringLiteral("frmAppt1"));
-    s.timer1_enabled = true;
 }
 
 void vsSched_DblClick(AppState& s, int row, int col) {
@@ -649,7 +652,12 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
 }
 
 bool vsSched_KeyDown(AppState& s, int key) {
-    constexpr int key_tab = 0x01000001; // Qt::Key_Tab
+    constexpr int key_tab = 0x01000001;    // Qt::Key_Tab
+    constexpr int key_delete = 0x01000007; // Qt::Key_Delete
+    if (key == key_delete) {
+        imageClock_Click(s);
+        return true;
+    }
     if (key != key_tab) return false;
     Grid& g = s.vsSched;
     if (g.Row() >= 0 && g.Col() >= 1) return false;

@@ -92,8 +92,8 @@ void vsSched_DblClick(AppState& s, int row, int col);
 bool vsSched_BeforeEdit(AppState& s, int row, int col);
 // `before` is the cell's text when the edit began.
 void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QString& before);
-// Tab with no row selected goes to the clock's row. Returns true when the key
-// was used.
+// Tab with no row selected goes to the clock's row; Delete deletes the
+// selected entry. Returns true when the key was used.
 bool vsSched_KeyDown(AppState& s, int key);
 void vsSched_MouseDown(AppState& s, int button, int row, int col);
 void vsSched_MouseUp(AppState& s);
@@ -103,7 +103,8 @@ void vsSched_MouseMove(AppState& s, int buttons, int row, int col);
 // edit_start, new_appt, edit_index, edit_date, rem_* as the editor expects.
 void sched_hand_over(AppState& s, int row, int col);
 
-// Opens the editor through the modal seam with the main tick stopped around it.
+// Opens the editor through the modal seam with the main tick stopped. A save
+// switches the tick on again; Cancel leaves it off.
 void open_editor(AppState& s);
 
 // " Select and Open a Calendar first"

@@ -234,7 +234,6 @@ void imgDtlAppt_Click(AppState& s) {
     s.timer1_enabled = false;
     sched_hand_over(s, row, col);
     open_editor(s);
-    s.timer1_enabled = true;
 }
 
 void vsDtl_DblClick(AppState& s) {

@@ -400,7 +400,8 @@ TEST_F(DetailPane, EditPictureHandsTheCurrentCellToTheEditor) {
     EXPECT_EQ(s.edit_index, 1);
     EXPECT_EQ(s.edit_start, " 09:00 am");
     EXPECT_TRUE(s.appt_from_planner);
-    EXPECT_TRUE(s.timer1_enabled);
+    // The form closed without a save, as Cancel does: the tick stays off.
+    EXPECT_FALSE(s.timer1_enabled);
 }
 
 TEST_F(DetailPane, DoubleClickInDetailsNeedsAnAppointment) {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "appointments/appt_editor.h"
+
+namespace orva {
+
+// Delete of row edit_index with all its occurrences and their reminders,
+// after the question; the editor need not be shown. True when the entry was
+// deleted (the editor then unloads), false when the user said No or there
+// was no row.
+bool delCmd_Click(AppState& s);
+
+// Rewrites every month member that can hold a row of the series, keeping
+// the lines of other keys in their order; a member left empty is removed.
+// Only the key decides; first, end and start give the walk its start.
+void delete_series(AppState& s, const QDate& first, const QString& end, const QString& start,
+                   const QString& key, const QString& until, qint16 every, const QString& occurs,
+                   const QString& pattern);
+// The same walk over the reminder members, each month moved back by the lead.
+void delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, const QString& start,
+                         const QString& key, const QString& until, qint16 lead, qint16 unit,
+                         qint16 every, const QString& occurs, const QString& pattern);
+
+// The copy save (OK of the editor in its copy mode): a new, independent entry.
+void copy_appt(AppState& s, ApptForm& f);
+
+// The tool pictures and Edit menu commands of the main window that reach the
+// editor or the delete.
+void imageReminder_Click(AppState& s); // "Add"; also mnuadd
+void imageClock_Click(AppState& s);    // "Delete"; also mnudelete and the Delete key
+void mnuCopy_Click(AppState& s);
+void mnuEditA_Click(AppState& s);
+
+inline const QString couldnt_delete_msg = QStringLiteral("Couldn't delete");
+inline const QString select_appt_first_msg = QStringLiteral("Select an appointment first");
+
+} // namespace orva
