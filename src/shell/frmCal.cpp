@@ -1,5 +1,6 @@
 #include "shell/frmCal.h"
 
+#include "appointments/delete_copy.h"
 #include "appointments/sticker_pictures.h"
 #include "appointments/stickers.h"
 #include "shell/form_helpers.h"
@@ -132,6 +133,14 @@ void frmCal::build_page() {
     strip->addWidget(tool(Frame3, QStringLiteral("imageDay"), QStringLiteral("Day"),
                           QStringLiteral("Daily planner"), QStringLiteral("view-calendar-day"),
                           QStringLiteral("\U0001F4C5")));
+    // The two names are crossed with what they do: imageReminder adds,
+    // imageClock deletes.
+    strip->addWidget(tool(Frame3, QStringLiteral("imageReminder"), QStringLiteral("Add"),
+                          QStringLiteral("Add an appointment"), QStringLiteral("appointment-new"),
+                          QStringLiteral("\u2795")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imageClock"), QStringLiteral("Delete"),
+                          QStringLiteral("Delete Appointment"), QStringLiteral("edit-delete"),
+                          QStringLiteral("\U0001F5D1\uFE0F")));
     strip->addSpacing(12);
     strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow0"), QStringLiteral("Prior"),
                           QStringLiteral("Prior Day"), QStringLiteral("go-previous"),
@@ -242,11 +251,22 @@ void frmCal::build_menus() {
     // The Edit menu is also the day grid's pop-up.
     mnuEdit = menuBar()->addMenu(tr("&Edit"));
     mnuEdit->setObjectName(QStringLiteral("mnuEdit"));
-    mnuEditA = mnuEdit->addAction(QIcon::fromTheme(QStringLiteral("document-edit")),
-                                  QStringLiteral("Edit Appointment"));
-    mnuEditA->setObjectName(QStringLiteral("mnuEditA"));
-    mnuEditA->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
-    connect(mnuEditA, &QAction::triggered, this, [this] { run([this] { imgDtlAppt_Click(s_); }); });
+    const auto edit_entry = [this](const char* name, const char* theme, const QString& caption,
+                                   Qt::Key key, void (*command)(AppState&)) {
+        QAction* a = mnuEdit->addAction(QIcon::fromTheme(QString::fromLatin1(theme)), caption);
+        a->setObjectName(QString::fromLatin1(name));
+        a->setShortcut(QKeySequence(Qt::CTRL | key));
+        connect(a, &QAction::triggered, this, [this, command] { run([&] { command(s_); }); });
+        return a;
+    };
+    mnuadd = edit_entry("mnuadd", "appointment-new", QStringLiteral("Add appointment"), Qt::Key_A,
+                        imageReminder_Click);
+    mnuCopy = edit_entry("mnuCopy", "edit-copy", QStringLiteral("Copy appointment"), Qt::Key_C,
+                         mnuCopy_Click);
+    mnuEditA = edit_entry("mnuEditA", "document-edit", QStringLiteral("Edit Appointment"),
+                          Qt::Key_E, mnuEditA_Click);
+    mnudelete = edit_entry("mnudelete", "edit-delete", QStringLiteral("Delete Appointment"),
+                           Qt::Key_D, imageClock_Click);
 
     QMenu* opts = menuBar()->addMenu(tr("&Options"));
     opts->setObjectName(QStringLiteral("mnuOpts"));
@@ -337,6 +357,8 @@ void frmCal::connect_navigator() {
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
     clicked("imageDay", [this] { imageDay_Click(s_, *this); });
+    clicked("imageReminder", [this] { imageReminder_Click(s_); });
+    clicked("imageClock", [this] { imageClock_Click(s_); });
     clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
     clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });

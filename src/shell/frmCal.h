@@ -113,7 +113,10 @@ class frmCal final : public QMainWindow, public WindowPort {
     QAction* mnuOpen = nullptr;
     QAction* mnuDelete = nullptr;
     QAction* mnuExit = nullptr;
+    QAction* mnuadd = nullptr;
+    QAction* mnuCopy = nullptr;
     QAction* mnuEditA = nullptr;
+    QAction* mnudelete = nullptr;
     QAction* mnuTips = nullptr;
     QAction* mnuShowTimes = nullptr;
     QAction* mnuStat = nullptr;

@@ -1,5 +1,8 @@
+#include "appointments/frmAppt1.h"
+#include "appointments/frmOccurs.h"
 #include "appointments/frmNotes.h"
 #include "appointments/frmQuick.h"
+#include "reminders/frmRem1.h"
 #include "shell/app_paths.h"
 #include "shell/event_loop.h"
 #include "shell/frmCal.h"
@@ -37,6 +40,9 @@ int main(int argc, char** argv) {
     modal.set_parent(&window);
     orva::register_frmQuick(modal, state);
     orva::register_frmNotes(modal, state);
+    orva::register_frmAppt1(modal, state);
+    orva::register_frmOccurs(modal, state);
+    orva::register_frmRem1(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }

@@ -1,0 +1,214 @@
+#include "../appointments/editor_fixtures.h"
+#include "appointments/frmAppt1.h"
+#include "shell/qt_modal.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimeEdit>
+#include <QTimer>
+#include <QToolButton>
+#include <QtTest/QTest>
+#include <gtest/gtest.h>
+
+namespace orva {
+namespace {
+
+using testing::EditorEnv;
+
+struct FrmAppt1Dialog : ::testing::Test {
+    EditorEnv env;
+    AppState& s = env.s;
+
+    void hand_over_new(const QString& start) {
+        orva::hand_over_new(s);
+        s.edit_start = start;
+    }
+    template <class W> static W* child(QWidget& dlg, const char* name) {
+        W* w = dlg.findChild<W*>(QString::fromLatin1(name));
+        EXPECT_NE(w, nullptr) << name;
+        return w;
+    }
+};
+
+TEST_F(FrmAppt1Dialog, ControlsCarryTheirNamesCaptionsAndTips) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    EXPECT_EQ(dlg.objectName(), "frmAppt1");
+    EXPECT_EQ(dlg.windowTitle(), "New Appointment");
+    const struct {
+        const char* name;
+        const char* tip;
+    } tips[] = {
+        {"Text1", "Appointment description or subject."},
+        {"typeIcombo", "Appointment Icons"},
+        {"apptDTPicker", "For single appts this is appt date.  For recurring appts, this is the "
+                         "original appt date."},
+        {"aptTimePick1", "Start time"},
+        {"aptTimePick2", "End Time"},
+        {"Check1", "Appointment has a specific time"},
+        {"Check2", "All day event "},
+        {"txtApptDt", "Actual appointment date."},
+        {"Command4", "Set recurring appointment"},
+        {"cmdRem", "Add or Edit Reminders"},
+        {"Image6", "Edit Notes"},
+    };
+    for (const auto& t : tips) {
+        QWidget* w = child<QWidget>(dlg, t.name);
+        ASSERT_NE(w, nullptr);
+        EXPECT_EQ(w->toolTip(), t.tip) << t.name;
+        EXPECT_EQ(w->accessibleName(), t.name);
+    }
+    EXPECT_EQ(child<QCheckBox>(dlg, "Check1")->text(), "Timed");
+    EXPECT_EQ(child<QCheckBox>(dlg, "Check2")->text(), "All Day");
+    EXPECT_EQ(child<QPushButton>(dlg, "Command1")->text(), "OK");
+    EXPECT_TRUE(child<QPushButton>(dlg, "Command1")->isDefault());
+    EXPECT_EQ(child<QPushButton>(dlg, "Command2")->text(), "Cancel");
+    EXPECT_EQ(child<QPushButton>(dlg, "delCmd")->text(), "Delete  ");
+    EXPECT_EQ(child<QLabel>(dlg, "lblDateTime")->text(), "Start Date:");
+    EXPECT_EQ(child<QLabel>(dlg, "lblApptDt")->text(), "Appt Date:");
+    EXPECT_EQ(child<QLineEdit>(dlg, "Text1")->maxLength(), 50);
+    EXPECT_EQ(child<QLineEdit>(dlg, "Notes")->maxLength(), 200);
+}
+
+TEST_F(FrmAppt1Dialog, NewEntryShowsThePromptWithDeleteDisabledAndNoOccurrenceDate) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    EXPECT_EQ(child<QLineEdit>(dlg, "Text1")->text(), "Type a description into this box...");
+    EXPECT_FALSE(child<QPushButton>(dlg, "delCmd")->isEnabled());
+    EXPECT_FALSE(child<QLineEdit>(dlg, "txtApptDt")->isVisible());
+    EXPECT_EQ(child<QTimeEdit>(dlg, "aptTimePick1")->time(), QTime(9, 30));
+    EXPECT_TRUE(child<QCheckBox>(dlg, "Check1")->isChecked());
+    EXPECT_EQ(child<QLabel>(dlg, "lblOccur")->text(),
+              "Click button to add recurring appointments.");
+    EXPECT_EQ(child<QLabel>(dlg, "lblRem")->text(),
+              "No reminders for this appointment. Click button to add.");
+    EXPECT_EQ(s.appt_form, &dlg.form());
+}
+
+TEST_F(FrmAppt1Dialog, ClearingTimedDisablesThePickersAndAllDay) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    child<QCheckBox>(dlg, "Check1")->click();
+    EXPECT_FALSE(child<QTimeEdit>(dlg, "aptTimePick1")->isEnabled());
+    EXPECT_FALSE(child<QTimeEdit>(dlg, "aptTimePick2")->isEnabled());
+    EXPECT_FALSE(child<QCheckBox>(dlg, "Check2")->isEnabled());
+    EXPECT_EQ(child<QTimeEdit>(dlg, "aptTimePick1")->time(), QTime(0, 0));
+}
+
+TEST_F(FrmAppt1Dialog, ChangingTheStartDragsTheEndAlong) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    child<QTimeEdit>(dlg, "aptTimePick1")->setTime(QTime(11, 0));
+    EXPECT_EQ(child<QTimeEdit>(dlg, "aptTimePick2")->time(), QTime(11, 0));
+}
+
+TEST_F(FrmAppt1Dialog, OkSavesWhatWasTypedAndClosesTheDialog) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    auto* text = child<QLineEdit>(dlg, "Text1");
+    text->clear();
+    QTest::keyClicks(text, "Piano lesson");
+    child<QTimeEdit>(dlg, "aptTimePick2")->setTime(QTime(10, 30));
+    QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(dlg.result(), QDialog::Accepted);
+    const auto rows = env.all_appts();
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].appt_text.trimmed(), "Piano lesson");
+    EXPECT_EQ(rows[0].appt_start.str(), "09:30");
+    EXPECT_EQ(rows[0].appt_end.str(), "10:30");
+    EXPECT_TRUE(s.timer1_enabled);
+}
+
+TEST_F(FrmAppt1Dialog, RefusedTimesKeepTheDialogOpen) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    child<QTimeEdit>(dlg, "aptTimePick2")->setTime(QTime(8, 0));
+    QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+    EXPECT_TRUE(dlg.isVisible());
+    ASSERT_EQ(env.m.messages().size(), 1u);
+    EXPECT_EQ(env.m.messages()[0], "End time is less than Start Time");
+    EXPECT_TRUE(env.all_appts().empty());
+}
+
+TEST_F(FrmAppt1Dialog, EscapeIsCancelAndLeavesTheTickOff) {
+    env.add(env.entry("k1", "10:00", "11:00", "Dentist"));
+    s.appt_copy = true;
+    s.new_appt = true;
+    s.edit_index = env.row_of("k1");
+    {
+        FrmAppt1 dlg(s);
+        dlg.show();
+        EXPECT_EQ(dlg.windowTitle(), "Copy Appointment to:");
+        QTest::keyClick(&dlg, Qt::Key_Escape);
+        EXPECT_EQ(dlg.result(), QDialog::Rejected);
+    }
+    EXPECT_FALSE(s.appt_copy);
+    EXPECT_FALSE(s.timer1_enabled);
+    EXPECT_EQ(s.appt_form, nullptr);
+    EXPECT_EQ(env.all_appts().size(), 1u);
+}
+
+TEST_F(FrmAppt1Dialog, DeleteButtonDeletesAndClosesOnYes) {
+    env.add(env.entry("k1", "10:00", "11:00", "Dentist"));
+    s.new_appt = false;
+    s.edit_index = env.row_of("k1");
+    FrmAppt1 dlg(s);
+    dlg.show();
+    env.m.answers.push_back(Answer::Yes);
+    QTest::mouseClick(child<QPushButton>(dlg, "delCmd"), Qt::LeftButton);
+    EXPECT_EQ(dlg.result(), QDialog::Accepted);
+    EXPECT_TRUE(env.all_appts().empty());
+}
+
+TEST_F(FrmAppt1Dialog, RecurrenceButtonShowsWhatTheRuleDialogLeft) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    env.m.forms["frmOccurs"] = [&] { s.appt_form->lblOccur = QStringLiteral("rule set"); };
+    QTest::mouseClick(child<QToolButton>(dlg, "Command4"), Qt::LeftButton);
+    EXPECT_EQ(child<QLabel>(dlg, "lblOccur")->text(), "rule set");
+}
+
+TEST_F(FrmAppt1Dialog, NothingOverlaps) {
+    env.add(env.entry("k1", "10:00", "11:00", "Dentist"));
+    s.new_appt = false;
+    s.edit_index = env.row_of("k1");
+    FrmAppt1 dlg(s);
+    dlg.show();
+    QList<QWidget*> shown;
+    for (QWidget* w : dlg.findChildren<QWidget*>())
+        if (w->isVisible() && w->parentWidget() == &dlg && !w->objectName().isEmpty() &&
+            !w->objectName().startsWith("qt_"))
+            shown << w;
+    for (int i = 0; i < shown.size(); ++i)
+        for (int j = i + 1; j < shown.size(); ++j)
+            EXPECT_FALSE(shown[i]->geometry().intersects(shown[j]->geometry()))
+                << shown[i]->objectName().toStdString() << " / "
+                << shown[j]->objectName().toStdString();
+}
+
+TEST_F(FrmAppt1Dialog, OpensThroughTheSeam) {
+    QtModal modal;
+    register_frmAppt1(modal, s);
+    hand_over_new(QStringLiteral("09:30"));
+    QString title;
+    QTimer::singleShot(0, [&] {
+        if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            title = d->windowTitle();
+            d->reject();
+        }
+    });
+    modal.open_form("frmAppt1");
+    EXPECT_EQ(title, "New Appointment");
+}
+
+} // namespace
+} // namespace orva
