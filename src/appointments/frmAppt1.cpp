@@ -61,6 +61,9 @@ FrmAppt1::FrmAppt1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     init_appt_form(s_, f_);
     render();
     connect_events();
+    // The prompt is there to be typed over.
+    if (f_.Text1 == text1_prompt) Text1_->selectAll();
+    Text1_->setFocus();
     adjustSize();
     if (parent) {
         QWidget* top = parent->window();
@@ -106,6 +109,9 @@ void FrmAppt1::build() {
     name_control(txtApptDt_, QStringLiteral("txtApptDt"));
     txtApptDt_->setReadOnly(true);
     txtApptDt_->setToolTip(QStringLiteral("Actual appointment date."));
+    // Room for the longest long date, so it is read from its beginning.
+    txtApptDt_->setMinimumWidth(
+        txtApptDt_->fontMetrics().horizontalAdvance(long_date_text(QDate(2026, 9, 30))) + 16);
     lblApptDt_ = caption_label(this, QStringLiteral("lblApptDt"), QStringLiteral("Appt Date:"));
     lblApptDt_->setBuddy(txtApptDt_);
     imgApptDt_ = new QLabel(this);
@@ -280,7 +286,10 @@ void FrmAppt1::render() {
     Check2_->setChecked(f_.Check2);
     Check2_->setEnabled(f_.Check2_enabled);
     if (Notes_->text() != f_.Notes) Notes_->setText(f_.Notes);
-    txtApptDt_->setText(f_.txtApptDt);
+    if (txtApptDt_->text() != f_.txtApptDt) {
+        txtApptDt_->setText(f_.txtApptDt);
+        txtApptDt_->setCursorPosition(0);
+    }
     for (QWidget* w : {static_cast<QWidget*>(txtApptDt_), static_cast<QWidget*>(lblApptDt_),
                        static_cast<QWidget*>(imgApptDt_)})
         w->setVisible(f_.appt_dt_shown);

@@ -78,6 +78,8 @@ FrmOccurs::FrmOccurs(AppState& s, ApptForm& editor, QWidget* parent)
     name_control(mthCombo_, QStringLiteral("mthCombo"));
 
     untilDTPicker_ = new QDateEdit(this);
+    // The same face as the editor's date picker beside it.
+    untilDTPicker_->setDisplayFormat(QStringLiteral("MM/dd/yyyy"));
     name_control(untilDTPicker_, QStringLiteral("untilDTPicker"));
     untilDTPicker_->setCalendarPopup(true);
     auto* lblEndDate = new QLabel(QStringLiteral("End Date:"), this);

@@ -137,7 +137,7 @@ void frmCal::build_page() {
     // imageClock deletes.
     strip->addWidget(tool(Frame3, QStringLiteral("imageReminder"), QStringLiteral("Add"),
                           QStringLiteral("Add an appointment"), QStringLiteral("appointment-new"),
-                          QStringLiteral("\u2795")));
+                          QStringLiteral("\U0001F195")));
     strip->addWidget(tool(Frame3, QStringLiteral("imageClock"), QStringLiteral("Delete"),
                           QStringLiteral("Delete Appointment"), QStringLiteral("edit-delete"),
                           QStringLiteral("\U0001F5D1\uFE0F")));
