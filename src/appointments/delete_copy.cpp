@@ -58,6 +58,19 @@ bool calendar_open(const AppState& s) {
     return false;
 }
 
+// The appt_tbl row of the entry selected in the day planner, 0 after the
+// message that asks for one (in `style`) or when no calendar is open. The
+// week and month planners find the entry under the mouse once they exist.
+int selected_entry(AppState& s, MsgStyle style) {
+    if (!calendar_open(s) || s.view_month || s.view_week) return 0;
+    const QString d = selected_data(s);
+    if (!holds_entry(d)) {
+        modal().message(select_appt_first_msg, style);
+        return 0;
+    }
+    return d.toInt();
+}
+
 // The cursor on the time labels of column 0 is no selection of a row.
 bool row_selected(const Grid& g) {
     return g.Row() >= 0 && g.Col() >= 1;
@@ -110,13 +123,7 @@ bool delCmd_Click(AppState& s) {
 
     // The week and month planners rebuild themselves once they exist.
     if (!s.view_month && !s.view_week) {
-        g.Clear();
-        format_day_grid(s);
-        build_day_rows(s);
-        fill_day_core(s);
-        mark_now_row(s);
-        fill_cal(s, s.cur_date);
-        mark_cur_day(s);
+        rebuild_day(s);
         TabStrip1_Click(s);
         clear_detail(s);
         // The old cell's data is not written back: it names the row just deleted.
@@ -227,44 +234,27 @@ void imageReminder_Click(AppState& s) {
 }
 
 void imageClock_Click(AppState& s) {
-    if (!calendar_open(s)) return;
-    // The week and month planners find the entry under the mouse once they exist.
-    if (s.view_month || s.view_week) return;
-    const QString d = selected_data(s);
-    if (!holds_entry(d)) {
-        modal().message(select_appt_first_msg, MsgStyle::Warning);
-        return;
-    }
-    s.edit_index = d.toInt();
+    const int index = selected_entry(s, MsgStyle::Warning);
+    if (index == 0) return;
+    s.edit_index = index;
     delCmd_Click(s);
 }
 
 void mnuCopy_Click(AppState& s) {
-    if (!calendar_open(s)) return;
-    if (s.view_month || s.view_week) return;
-    const QString d = selected_data(s);
     // Checked before the flags are set, so a refused copy cannot leave the
     // next opening of the editor in copy mode.
-    if (!holds_entry(d)) {
-        modal().message(select_appt_first_msg, MsgStyle::Information);
-        return;
-    }
+    const int index = selected_entry(s, MsgStyle::Information);
+    if (index == 0) return;
     s.new_appt = true;
     s.appt_copy = true;
     s.edit_start = selected_row_time(s);
-    s.edit_index = d.toInt();
+    s.edit_index = index;
     s.timer1_enabled = false;
     open_editor(s);
 }
 
 void mnuEditA_Click(AppState& s) {
-    if (!calendar_open(s)) return;
-    if (s.view_month || s.view_week) return;
-    const QString d = selected_data(s);
-    if (!holds_entry(d)) {
-        modal().message(select_appt_first_msg, MsgStyle::Warning);
-        return;
-    }
+    if (selected_entry(s, MsgStyle::Warning) == 0) return;
     const Grid& g = s.vsSched;
     sched_hand_over(s, g.Row(), g.Col());
     open_editor(s);

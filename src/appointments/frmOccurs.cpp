@@ -1,5 +1,6 @@
 #include "appointments/frmOccurs.h"
 #include "shell/form_helpers.h"
+#include "store/grid_model.h"
 
 #include "shell/qt_modal.h"
 
@@ -31,21 +32,6 @@ QWidget* find_editor_window() {
         if (!hidden) hidden = w;
     }
     return hidden;
-}
-
-void show_list(QComboBox* box, const ComboList& list) {
-    QStringList now;
-    for (int i = 0; i < box->count(); ++i)
-        now << box->itemText(i);
-    if (now != list.items) {
-        box->clear();
-        box->addItems(list.items);
-    }
-    box->setCurrentIndex(list.list_index);
-}
-
-QColor to_qcolor(Color c) {
-    return QColor(red_of(c), green_of(c), blue_of(c));
 }
 
 } // namespace
@@ -147,11 +133,11 @@ void FrmOccurs::render() {
 
     Option1_->setChecked(f_.Option1);
     Option2_->setChecked(f_.Option2);
-    show_list(occursCombo_, f_.occursCombo);
-    show_list(EveryCombo_, f_.EveryCombo);
-    show_list(occursWCombo_, f_.occursWCombo);
-    show_list(everyWkDCombo_, f_.everyWkDCombo);
-    show_list(mthCombo_, f_.mthCombo);
+    show_combo_list(occursCombo_, f_.occursCombo);
+    show_combo_list(EveryCombo_, f_.EveryCombo);
+    show_combo_list(occursWCombo_, f_.occursWCombo);
+    show_combo_list(everyWkDCombo_, f_.everyWkDCombo);
+    show_combo_list(mthCombo_, f_.mthCombo);
     occursCombo_->setEnabled(f_.occursCombo_enabled);
     EveryCombo_->setEnabled(f_.EveryCombo_enabled);
     occursWCombo_->setEnabled(f_.occursWCombo_enabled);
@@ -163,8 +149,8 @@ void FrmOccurs::render() {
     untilDTPicker_->setEnabled(f_.untilDTPicker_enabled);
     if (QCalendarWidget* cal = untilDTPicker_->calendarWidget()) {
         QPalette pal = cal->palette();
-        pal.setColor(QPalette::Base, to_qcolor(f_.untilDTPicker_CalendarBackColor));
-        pal.setColor(QPalette::Window, to_qcolor(f_.untilDTPicker_CalendarBackColor));
+        pal.setColor(QPalette::Base, qt_color(f_.untilDTPicker_CalendarBackColor));
+        pal.setColor(QPalette::Window, qt_color(f_.untilDTPicker_CalendarBackColor));
         cal->setPalette(pal);
     }
     Label1_->setText(f_.Label1);

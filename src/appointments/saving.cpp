@@ -214,14 +214,7 @@ void refresh_planner(AppState& s) {
     if (s.view_month || s.view_week) return;
     Grid& g = s.vsSched;
     const int row = g.Row(), col = g.Col();
-    g.Clear();
-    format_day_grid(s);
-    build_day_rows(s);
-    fill_day_core(s);
-    mark_now_row(s);
-    // The navigator's day marks follow the month just reloaded.
-    fill_cal(s, s.cur_date);
-    mark_cur_day(s);
+    rebuild_day(s);
     // The cell that was current stays current. Its old data is not written
     // back: after a rebuild it could name a row that now holds another entry.
     if (row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols()) {

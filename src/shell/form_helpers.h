@@ -4,9 +4,12 @@
 #include <QSize>
 #include <QString>
 
+class QComboBox;
 class QWidget;
 
 namespace orva {
+
+struct ComboList;
 
 // Gives a control its program name as object name and as the name screen
 // readers announce.
@@ -15,5 +18,10 @@ void name_control(QWidget* w, const QString& name);
 // Moves a window of `size` at `at` so that it lies wholly on the screen that
 // shows `near`; `at` as it is when there is no such screen.
 QPoint on_screen(QPoint at, const QSize& size, const QWidget* near);
+
+// Shows a list of the logic in a combo box: the items (refilled only when
+// they differ, so an open list is not disturbed) and the selection, with the
+// box's signals held.
+void show_combo_list(QComboBox* box, const ComboList& list);
 
 } // namespace orva

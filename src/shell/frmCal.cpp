@@ -475,19 +475,8 @@ void frmCal::sync_controls() {
         label->setText(it->second.text);
         label->setToolTip(it->second.tip);
     }
-    const auto fill = [](QComboBox* box, const ComboList& list) {
-        const QSignalBlocker hold(box);
-        QStringList now;
-        for (int i = 0; i < box->count(); ++i)
-            now << box->itemText(i);
-        if (now != list.items) {
-            box->clear();
-            box->addItems(list.items);
-        }
-        box->setCurrentIndex(list.list_index);
-    };
-    fill(Combo1, s_.Combo1);
-    fill(Combo2, s_.Combo2);
+    show_combo_list(Combo1, s_.Combo1);
+    show_combo_list(Combo2, s_.Combo2);
     for (GridWidget* g : {vsSched, Cal})
         g->setToolTip(g->grid() ? g->grid()->ToolTipText() : QString());
 }

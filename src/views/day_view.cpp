@@ -457,6 +457,16 @@ void fill_day_core(AppState& s) {
     show_first_block(s);
 }
 
+void rebuild_day(AppState& s) {
+    s.vsSched.Clear();
+    format_day_grid(s);
+    build_day_rows(s);
+    fill_day_core(s);
+    mark_now_row(s);
+    fill_cal(s, s.cur_date);
+    mark_cur_day(s);
+}
+
 void show_first_block(AppState& s) {
     if (s.tab_key != u"appt") return;
     s.ctl(QStringLiteral("Frame2")).visible = true;

@@ -77,6 +77,11 @@ void set_label1(AppState& s, WindowPort& w, const QDate& d);
 // the columns sized and the first block put into the pane.
 void fill_day_core(AppState& s);
 
+// After a change of the store: the day grid built again from appt_tbl for
+// cur_date with its sizing and the now-marker, and the navigator's day marks
+// redrawn for the month just reloaded.
+void rebuild_day(AppState& s);
+
 // The day's first block into the detail pane when the "appt" tab is selected:
 // Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.
 void show_first_block(AppState& s);
