@@ -255,5 +255,61 @@ TEST_F(DayPage, TypingOnASpacerLandsInTheColumnBesideIt) {
     EXPECT_EQ(s().vsSched.Col(), 2);
 }
 
+TEST_F(DayPage, EditMenuHoldsAddCopyEditAndDeleteWithTheirKeys) {
+    launch();
+    const struct {
+        const char* name;
+        const char* caption;
+        QKeySequence keys;
+    } entries[] = {
+        {"mnuadd", "Add appointment", QKeySequence(Qt::CTRL | Qt::Key_A)},
+        {"mnuCopy", "Copy appointment", QKeySequence(Qt::CTRL | Qt::Key_C)},
+        {"mnuEditA", "Edit Appointment", QKeySequence(Qt::CTRL | Qt::Key_E)},
+        {"mnudelete", "Delete Appointment", QKeySequence(Qt::CTRL | Qt::Key_D)},
+    };
+    for (const auto& e : entries) {
+        auto* a = find<QAction>(e.name);
+        ASSERT_NE(a, nullptr) << e.name;
+        EXPECT_EQ(a->text(), e.caption);
+        EXPECT_EQ(a->shortcut(), e.keys);
+    }
+    auto* add = find<QToolButton>("imageReminder");
+    auto* del = find<QToolButton>("imageClock");
+    ASSERT_TRUE(add && del);
+    EXPECT_EQ(add->text(), "Add");
+    EXPECT_EQ(add->toolTip(), "Add an appointment");
+    EXPECT_EQ(del->text(), "Delete");
+    EXPECT_EQ(del->toolTip(), "Delete Appointment");
+}
+
+TEST_F(DayPage, AddToolOpensTheEditorOnTheSelectedRow) {
+    launch();
+    s().vsSched.Select(29, 4);
+    sched()->refresh();
+    QTest::mouseClick(find<QToolButton>("imageReminder"), Qt::LeftButton);
+    ASSERT_NE(m.last(u"form"), nullptr);
+    EXPECT_EQ(m.last(u"form")->text, "frmAppt1");
+    EXPECT_TRUE(s().new_appt);
+    EXPECT_EQ(s().edit_start, " 02:00 pm");
+}
+
+TEST_F(DayPage, DeleteToolRemovesTheSelectedEntryFromTheFileAndTheGrid) {
+    launch();
+    // 09:00 to 10:00, the Dentist, stands in column 2 from row 19.
+    ASSERT_TRUE(s().vsSched.TextMatrix(19, 2).endsWith("Dentist"));
+    s().vsSched.Select(19, 2);
+    m.answers.push_back(Answer::Yes);
+    QTest::mouseClick(find<QToolButton>("imageClock"), Qt::LeftButton);
+    ASSERT_NE(m.last(u"question"), nullptr);
+    EXPECT_EQ(m.last(u"question")->text, "Confirm delete of appointment: 'Dentist' ?");
+    QByteArray member;
+    s().archive.get(s().cal_path, "c2611.cal", member);
+    EXPECT_EQ(member.size(), 3 * 477);
+    EXPECT_FALSE(member.contains("Dentist"));
+    for (int c = 2; c < 20; ++c)
+        EXPECT_FALSE(s().vsSched.TextMatrix(19, c).endsWith("Dentist"));
+    EXPECT_EQ(s().status_panels[panel_count].text, "3   Appointments");
+}
+
 } // namespace
 } // namespace orva
