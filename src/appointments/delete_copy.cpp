@@ -9,7 +9,6 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
-#include "views/navigator.h"
 #include "views/status.h"
 
 namespace orva {
