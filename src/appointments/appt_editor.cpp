@@ -266,8 +266,8 @@ bool Command1_Click(AppState& s, ApptForm& f) {
         modal().message(until_before_first_msg, MsgStyle::Information);
         return false;
     }
-    save_appt(s, f);
-    return true;
+    // A save the calendar file refused keeps the editor open.
+    return save_appt(s, f);
 }
 
 void Command2_Click(AppState& s, ApptForm& f) {

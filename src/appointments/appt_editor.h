@@ -68,7 +68,8 @@ void apptDTPicker_Change(AppState& s, ApptForm& f);
 // lblRem from the first reminder of rmdr_tbl that belongs to row `row`.
 void set_rem_caption(AppState& s, ApptForm& f, int row);
 
-// OK: validation, then the save. True when the form unloads.
+// OK: validation, then the save. True when the form unloads: not after a
+// message, and not when the calendar file refused the save.
 bool Command1_Click(AppState& s, ApptForm& f);
 // Cancel and the close box: nothing is saved, appt_copy is cleared, and the
 // tick stays off.

@@ -110,14 +110,19 @@ bool delCmd_Click(AppState& s) {
 
     {
         Archive::Command command(s.archive, s.cal_path);
-        delete_series(s, first, end, start, key, until, every, occurs, pattern);
+        int e = delete_series(s, first, end, start, key, until, every, occurs, pattern);
         // Wider than the edit's test on purpose: a lead of 0 walks too and
         // finds nothing to drop.
-        if (lead >= 0)
-            delete_series_rmdrs(s, first, end, start, key, until, lead, unit, every, occurs,
-                                pattern);
-        load_appts(s, s.cur_date, s.cal_path, 0);
-        load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+        if (!e && lead >= 0)
+            e = delete_series_rmdrs(s, first, end, start, key, until, lead, unit, every, occurs,
+                                    pattern);
+        if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
+        if (!e) e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+        command.abort(e);
+        if (command.finish() != err::none) {
+            report_failed_update(s);
+            return false;
+        }
     }
 
     // The week and month planners rebuild themselves once they exist.
@@ -133,9 +138,9 @@ bool delCmd_Click(AppState& s) {
     return true;
 }
 
-void delete_series(AppState& s, const QDate& first, const QString& end, const QString& start,
-                   const QString& key, const QString& until, qint16 every, const QString& occurs,
-                   const QString& pattern) {
+int delete_series(AppState& s, const QDate& first, const QString& end, const QString& start,
+                  const QString& key, const QString& until, qint16 every, const QString& occurs,
+                  const QString& pattern) {
     Q_UNUSED(end);
     Q_UNUSED(start);
     const int step = every + 1;
@@ -148,7 +153,9 @@ void delete_series(AppState& s, const QDate& first, const QString& end, const QS
     Archive::Command command(s.archive, s.cal_path);
     while (cursor.isValid() && ym(cursor) <= ym(u)) {
         const int m = ym(cursor);
-        delete_by_key(s, s.cal_path, MemberKind::appointments, yymm_of(cursor), key);
+        if (const int e =
+                delete_by_key(s, s.cal_path, MemberKind::appointments, yymm_of(cursor), key))
+            return e;
         if (by_weekday) {
             cursor = cursor.addMonths(1);
         } else {
@@ -157,11 +164,12 @@ void delete_series(AppState& s, const QDate& first, const QString& end, const QS
         }
         yield_events();
     }
+    return command.finish();
 }
 
-void delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, const QString& start,
-                         const QString& key, const QString& until, qint16 lead, qint16 unit,
-                         qint16 every, const QString& occurs, const QString& pattern) {
+int delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, const QString& start,
+                        const QString& key, const QString& until, qint16 lead, qint16 unit,
+                        qint16 every, const QString& occurs, const QString& pattern) {
     Q_UNUSED(end);
     Q_UNUSED(start);
     const int step = every + 1;
@@ -179,21 +187,24 @@ void delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, co
     Archive::Command command(s.archive, s.cal_path);
     while (cursor.isValid() && ym(cursor) <= last) {
         const int m = ym(cursor);
-        delete_by_key(s, s.cal_path, MemberKind::reminders, yymm_of(cursor.date()), key);
+        if (const int e =
+                delete_by_key(s, s.cal_path, MemberKind::reminders, yymm_of(cursor.date()), key))
+            return e;
         do {
             b = by_weekday ? b.addMonths(1) : date_add(letter, step, b);
             cursor = date_add(back, -lead, b);
         } while (!by_weekday && cursor.isValid() && ym(cursor) <= m);
         yield_events();
     }
+    return command.finish();
 }
 
-void copy_appt(AppState& s, ApptForm& f) {
+int copy_appt(AppState& s, ApptForm& f) {
     s.appt_copy = false;
     const int r = s.edit_index;
     if (r == 0) {
         modal().message(couldnt_update_msg, MsgStyle::Critical);
-        return;
+        return err::none;
     }
     ++s.appt_count;
     const int n = s.appt_count;
@@ -208,18 +219,21 @@ void copy_appt(AppState& s, ApptForm& f) {
             build_weekday_occurs(s, f, key);
         else
             build_occurs(s, f, f.occurs_field, key);
-        write_occurs(s, s.cal_path);
-        if (s.rem_lead > 0) make_series_rmdrs(s);
-        load_rmdrs(s, clock().today(), s.cal_path, s.months_back);
+        if (const int e = write_occurs(s, s.cal_path)) return e;
+        if (s.rem_lead > 0)
+            if (const int e = make_series_rmdrs(s)) return e;
+        if (const int e = load_rmdrs(s, clock().today(), s.cal_path, s.months_back)) return e;
     } else {
         fill_appt_row(s, f, n, key);
-        write_appts(s, s.cal_path, 8, n);
+        if (const int e = write_appts(s, s.cal_path, 8, n)) return e;
         const appt_rec* row = s.appt_row(n);
-        if (row && field_number(row->appt_rem_lead, 0) != 0) add_rmdr(s, 8, s.cal_path, n);
-        load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+        if (row && field_number(row->appt_rem_lead, 0) != 0)
+            if (const int e = add_rmdr(s, 8, s.cal_path, n)) return e;
+        if (const int e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back)) return e;
     }
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
     refresh_planner(s);
+    return command.finish();
 }
 
 void imageReminder_Click(AppState& s) {

@@ -5,24 +5,28 @@
 namespace orva {
 
 // Delete of row edit_index with all its occurrences and their reminders,
-// after the question; the editor need not be shown. True when the entry was
-// deleted (the editor then unloads), false when the user said No or there
-// was no row.
+// after the question, as one command; the editor need not be shown. True
+// when the entry was deleted (the editor then unloads), false when the user
+// said No, there was no row, or the calendar file refused the change (the
+// user has then been told and the file is as it was).
 bool delCmd_Click(AppState& s);
 
 // Rewrites every month member that can hold a row of the series, keeping
 // the lines of other keys in their order; a member left empty is removed.
 // Only the key decides; first, end and start give the walk its start.
-void delete_series(AppState& s, const QDate& first, const QString& end, const QString& start,
-                   const QString& key, const QString& until, qint16 every, const QString& occurs,
-                   const QString& pattern);
+// Returns 0 or the store's error number.
+[[nodiscard]] int delete_series(AppState& s, const QDate& first, const QString& end,
+                                const QString& start, const QString& key, const QString& until,
+                                qint16 every, const QString& occurs, const QString& pattern);
 // The same walk over the reminder members, each month moved back by the lead.
-void delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, const QString& start,
-                         const QString& key, const QString& until, qint16 lead, qint16 unit,
-                         qint16 every, const QString& occurs, const QString& pattern);
+[[nodiscard]] int delete_series_rmdrs(AppState& s, const QDate& first, const QString& end,
+                                      const QString& start, const QString& key,
+                                      const QString& until, qint16 lead, qint16 unit, qint16 every,
+                                      const QString& occurs, const QString& pattern);
 
 // The copy save (OK of the editor in its copy mode): a new, independent entry.
-void copy_appt(AppState& s, ApptForm& f);
+// Returns 0 or the store's error number.
+[[nodiscard]] int copy_appt(AppState& s, ApptForm& f);
 
 // The tool pictures and Edit menu commands of the main window that reach the
 // editor or the delete.

@@ -62,18 +62,19 @@ namespace {
 
 const QString one_time = QStringLiteral("0 ");
 
-void reload_rmdrs(AppState& s, const QDate& from) {
-    load_rmdrs(s, from, s.cal_path, s.months_back);
+// Inside the command, so a read that fails fails the command too.
+int reload_rmdrs(AppState& s, const QDate& from) {
+    return load_rmdrs(s, from, s.cal_path, s.months_back);
 }
 
-// Generates a series under the rule in force with `key`, writes it, and makes
-// its reminders when the entry has a lead. The caller has set occurs_field.
-void write_series(AppState& s, ApptForm& f, const QString& key) {
+// Generates a series under the rule in force with `key` and writes it. The
+// caller has set occurs_field.
+int write_series(AppState& s, ApptForm& f, const QString& key) {
     if (!s.occ_by_period)
         build_weekday_occurs(s, f, key);
     else
         build_occurs(s, f, f.occurs_field, key);
-    write_occurs(s, s.cal_path);
+    return write_occurs(s, s.cal_path);
 }
 
 // The occurs text of the rule in force: the ordinal of a weekday rule, the
@@ -89,40 +90,48 @@ QString as_mmddyy(const QString& until) {
 
 } // namespace
 
-void save_appt(AppState& s, ApptForm& f) {
-    // One user command, one transaction: a crash leaves the old series or the
-    // new one, never half of either.
+bool save_appt(AppState& s, ApptForm& f) {
+    // One user command, one transaction: a crash or a failed step leaves the
+    // old series or the new one, never half of either.
+    const bool was_new = s.new_appt, was_copy = s.appt_copy;
     Archive::Command command(s.archive, s.cal_path);
+    int e = err::none;
     if (s.appt_copy) {
-        copy_appt(s, f);
-        end_update(s);
-        return;
-    }
-    if (!s.new_appt) {
-        apply_edit(s, f);
-        end_update(s);
-        return;
-    }
-
-    s.mark_past = false;
-    f.occurs_field = rule_occurs(s);
-    const QString key = new_appt_id();
-    if (!s.occ_by_period || f.occurs_field != one_time) {
-        write_series(s, f, key);
-        if (s.rem_lead > 0) make_series_rmdrs(s);
+        e = copy_appt(s, f);
+    } else if (!s.new_appt) {
+        e = apply_edit(s, f);
     } else {
-        ++s.appt_count;
-        fill_appt_row(s, f, s.appt_count, key);
-        write_appts(s, s.cal_path, 8, s.appt_count);
-        if (s.rem_lead > 0) add_rmdr(s, 8, s.cal_path, s.appt_count);
+        s.mark_past = false;
+        f.occurs_field = rule_occurs(s);
+        const QString key = new_appt_id();
+        if (!s.occ_by_period || f.occurs_field != one_time) {
+            e = write_series(s, f, key);
+            if (!e && s.rem_lead > 0) e = make_series_rmdrs(s);
+        } else {
+            ++s.appt_count;
+            fill_appt_row(s, f, s.appt_count, key);
+            e = write_appts(s, s.cal_path, 8, s.appt_count);
+            if (!e && s.rem_lead > 0) e = add_rmdr(s, 8, s.cal_path, s.appt_count);
+        }
+        if (!e) e = reload_rmdrs(s, s.cur_date);
+        if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
+        if (!e) refresh_planner(s);
     }
-    reload_rmdrs(s, s.cur_date);
-    load_appts(s, s.cur_date, s.cal_path, 0);
-    refresh_planner(s);
+    command.abort(e);
+    const int committed = command.finish();
+    if (e || committed) {
+        report_failed_update(s);
+        // The editor stays up with what the user typed, in the mode it was
+        // opened in, to be tried again or cancelled.
+        s.new_appt = was_new;
+        s.appt_copy = was_copy;
+        return false;
+    }
     end_update(s);
+    return true;
 }
 
-void apply_edit(AppState& s, ApptForm& f) {
+int apply_edit(AppState& s, ApptForm& f) {
     s.mark_past = s.appt_changed = s.type_changed = false;
     const auto both = [&s] { s.appt_changed = s.mark_past = true; };
     if (s.old_lead != s.rem_lead || s.old_unit != s.rem_unit || s.old_anim != s.rem_anim ||
@@ -152,14 +161,15 @@ void apply_edit(AppState& s, ApptForm& f) {
     const QDate first = text_to_date(f.was_first_date);
     if (s.edit_index == 0) {
         modal().message(couldnt_update_msg, MsgStyle::Critical);
-        return;
+        return err::none;
     }
-    if (s.appt_changed) upd_appt(s, f, s.edit_index, first);
+    if (s.appt_changed) return upd_appt(s, f, s.edit_index, first);
+    return err::none;
 }
 
-void upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
+int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
     const appt_rec* a = s.appt_row(row);
-    if (!a) return;
+    if (!a) return err::none;
     // Taken before anything moves: the generation below reuses the tables.
     const QString end = a->appt_end, start = a->appt_start, until = a->appt_until;
     const qint16 every = field_number(a->appt_occurs_every, 0);
@@ -172,40 +182,56 @@ void upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
     Archive::Command command(s.archive, s.cal_path);
     f.occurs_field = occurs;
     if (!s.appt_copy)
-        delete_series(s, first_date, end, start, key, until, every, f.occurs_field, pattern);
+        if (const int e = delete_series(s, first_date, end, start, key, until, every,
+                                        f.occurs_field, pattern))
+            return e;
     f.occurs_field = rule_occurs(s);
 
-    const auto drop_old_rmdrs = [&] {
+    const auto drop_old_rmdrs = [&]() -> int {
         if (lead > 0)
-            delete_series_rmdrs(s, first_date, end, start, key, until, lead, unit, every, occurs,
-                                pattern);
+            return delete_series_rmdrs(s, first_date, end, start, key, until, lead, unit, every,
+                                       occurs, pattern);
+        return err::none;
     };
     if (!s.occ_by_period || f.occurs_field != one_time) {
-        write_series(s, f, key);
+        if (const int e = write_series(s, f, key)) return e;
         if (s.mark_past) {
-            drop_old_rmdrs();
-            if (s.rem_lead > 0) make_series_rmdrs(s);
-            reload_rmdrs(s, clock().today());
+            if (const int e = drop_old_rmdrs()) return e;
+            if (s.rem_lead > 0)
+                if (const int e = make_series_rmdrs(s)) return e;
+            if (const int e = reload_rmdrs(s, clock().today())) return e;
         }
     } else {
         fill_appt_row(s, f, row, key);
-        write_appts(s, s.cal_path, 8, row);
+        if (const int e = write_appts(s, s.cal_path, 8, row)) return e;
         if (s.mark_past) {
-            drop_old_rmdrs();
+            if (const int e = drop_old_rmdrs()) return e;
             const appt_rec* now = s.appt_row(row);
-            if (now && field_number(now->appt_rem_lead, 0) != 0) add_rmdr(s, 8, s.cal_path, row);
-            reload_rmdrs(s, s.cur_date);
+            if (now && field_number(now->appt_rem_lead, 0) != 0)
+                if (const int e = add_rmdr(s, 8, s.cal_path, row)) return e;
+            if (const int e = reload_rmdrs(s, s.cur_date)) return e;
         }
     }
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
     // Opened from the search or the reminder list, the planner is left alone.
     if (s.view_month || s.view_week || s.appt_from_planner) refresh_planner(s);
+    return command.finish();
 }
 
 void end_update(AppState& s) {
     show_status(s);
     s.status_panels[panel_count].text = calendar_updated_text;
     s.timer1_enabled = true;
+}
+
+void report_failed_update(AppState& s) {
+    // The file is as it was before the command; so must the tables be.
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+    (void)load_appts(s, s.cur_date, s.cal_path, 0);
+    refresh_planner(s);
+    show_status(s);
+    s.timer1_enabled = true;
+    modal().message(couldnt_update_msg, MsgStyle::Critical);
 }
 
 void refresh_planner(AppState& s) {

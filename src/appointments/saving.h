@@ -21,18 +21,25 @@ void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key);
 // appt_pattern comes from the rule in force.
 void copy_occur_row(AppState& s, int target, int source);
 
-// The steps of OK after validation, in the editor's three modes. A failing
-// step does not stop the next; the whole is one command of the calendar file.
-void save_appt(AppState& s, ApptForm& f);
+// The steps of OK after validation, in the editor's three modes, as one
+// command of the calendar file: when a step fails, nothing of it is stored
+// and report_failed_update tells the user. True when it was stored.
+bool save_appt(AppState& s, ApptForm& f);
 // The change check of an edited entry (ten tests, the first that fires ends
-// the testing), then upd_appt when the record is to be rewritten.
-void apply_edit(AppState& s, ApptForm& f);
+// the testing), then upd_appt when the record is to be rewritten. Returns 0
+// or the store's error number.
+[[nodiscard]] int apply_edit(AppState& s, ApptForm& f);
 // Replaces the series of row `row`, which began on `first_date`, by what the
-// editor now holds. The key stays.
-void upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date);
+// editor now holds. The key stays. Returns 0 or the store's error number.
+[[nodiscard]] int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date);
 // Closing steps of every save: counters, " Calendar Updated ", the tick on.
 // The caller unloads the form.
 void end_update(AppState& s);
+// Closing steps of a command the calendar file refused and rolled back whole:
+// the tables are loaded again from the file, so the planner shows nothing the
+// file lacks, and the user sees "Couldn't complete update". The tick runs
+// again; the status bar keeps its counts and does not say " Calendar Updated ".
+void report_failed_update(AppState& s);
 // After a change of the store: the planner that is up is rebuilt with the
 // cell that was current kept current.
 void refresh_planner(AppState& s);

@@ -1,5 +1,6 @@
 #include "reminders/reminder_setup.h"
 
+#include "appointments/saving.h"
 #include "shell/clock.h"
 #include "shell/modal.h"
 #include "store/calendar_file.h"
@@ -151,10 +152,13 @@ void open_rem_setup(AppState& s, const QString& from, int row) {
 
     if (s.rem_lead == lead && s.rem_unit == unit && s.rem_anim == anim && s.rem_sound == sound)
         return;
-    store_rem_settings(s, row);
+    if (store_rem_settings(s, row) != err::none) {
+        report_failed_update(s);
+        return;
+    }
     // The rebuild leaves rmdr_tbl holding what it made, not what the file
     // now has; the tick must scan the file's rows.
-    load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
 }
 
 void frmRem1_Load(AppState& s, RemForm& f) {
@@ -293,7 +297,7 @@ void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a) {
     out.rmdr_fired = past ? QStringLiteral("T") : QStringLiteral("F");
 }
 
-void add_rmdr(AppState& s, int mode, const QString& cal_file, int row) {
+int add_rmdr(AppState& s, int mode, const QString& cal_file, int row) {
     Archive::Command command(s.archive, cal_file);
     if (mode == rebuild_mode) {
         // Appends a row for every entry in view, whatever its lead, beside the
@@ -305,20 +309,21 @@ void add_rmdr(AppState& s, int mode, const QString& cal_file, int row) {
             const appt_rec* a = s.appt_row(r);
             if (rmdr_rec* out = s.rmdr_row(s.rmdr_count); out && a) make_rmdr(s, *out, *a);
         }
-        append_rmdr_rows(s, cal_file, 1, s.rmdr_count);
-        return;
+        if (const int e = append_rmdr_rows(s, cal_file, 1, s.rmdr_count)) return e;
+        return command.finish();
     }
     // The count rises even past the table's end, as every table's does; the
     // row itself is passed over without a word.
     ++s.rmdr_count;
     rmdr_rec* out = s.rmdr_row(s.rmdr_count);
     const appt_rec* a = s.appt_row(row);
-    if (!out || !a) return;
+    if (!out || !a) return command.finish();
     make_rmdr(s, *out, *a);
-    append_rmdr_line(s, cal_file, *out);
+    if (const int e = append_rmdr_line(s, cal_file, *out)) return e;
+    return command.finish();
 }
 
-void make_series_rmdrs(AppState& s) {
+int make_series_rmdrs(AppState& s) {
     Archive::Command command(s.archive, s.cal_path);
     // Rows go over whatever rmdr_tbl held; the caller's reload restores it.
     const int last = s.occur_count;
@@ -327,12 +332,13 @@ void make_series_rmdrs(AppState& s) {
         const appt_rec* a = s.occur_row(i);
         if (out && a) make_rmdr(s, *out, *a);
     }
-    append_rmdr_rows(s, s.cal_path, 1, last);
+    if (const int e = append_rmdr_rows(s, s.cal_path, 1, last)) return e;
+    return command.finish();
 }
 
-void store_rem_settings(AppState& s, int row) {
+int store_rem_settings(AppState& s, int row) {
     appt_rec* a = s.appt_row(row);
-    if (!a) return;
+    if (!a) return err::none;
     a->appt_rem_lead = number_field(s.rem_lead);
     a->appt_rem_unit = number_field(s.rem_unit);
     a->appt_rem_anim = number_field(s.rem_anim);
@@ -341,8 +347,9 @@ void store_rem_settings(AppState& s, int row) {
     // appt_tbl mirrors the members it was loaded from, month by month, so
     // rewriting all of it changes only the month of this row; a rewrite of
     // rows 1..row alone would drop the later rows of that month.
-    write_appts(s, s.cal_path, rebuild_mode, s.appt_count);
-    add_rmdr(s, rebuild_mode, s.cal_path, row);
+    if (const int e = write_appts(s, s.cal_path, rebuild_mode, s.appt_count)) return e;
+    if (const int e = add_rmdr(s, rebuild_mode, s.cal_path, row)) return e;
+    return command.finish();
 }
 
 } // namespace orva

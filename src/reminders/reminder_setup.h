@@ -77,11 +77,12 @@ QString rmdr_due_text(const appt_rec& a, bool timed);
 void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a);
 // Mode 8: one reminder for row `row` of appt_tbl, appended to its member.
 // Mode 2: rmdr_count to 0 and a reminder for every row of appt_tbl.
-void add_rmdr(AppState& s, int mode, const QString& cal_file, int row);
+// Returns 0 or the store's error number.
+[[nodiscard]] int add_rmdr(AppState& s, int mode, const QString& cal_file, int row);
 // A reminder for every row of occur_tbl, written month by month.
-void make_series_rmdrs(AppState& s);
+[[nodiscard]] int make_series_rmdrs(AppState& s);
 // The four working variables into row `row` of appt_tbl, its month member
-// rewritten, and the reminders rebuilt (add_rmdr mode 2).
-void store_rem_settings(AppState& s, int row);
+// rewritten, and the reminders rebuilt (add_rmdr mode 2), in one command.
+[[nodiscard]] int store_rem_settings(AppState& s, int row);
 
 } // namespace orva

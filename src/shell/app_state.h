@@ -79,7 +79,6 @@ struct AppState : Shared {
     double twips_product = 225;
 
     // --- option variables (one row of 20 columns in vsSettings) ---------
-    QString options_path; // app_path + "/Calopt.tmp", the loose copy
     QString skin_name = QStringLiteral("mnuStdWindows");
     qint16 anim_speed = 1;
     Color appt_back_color = 65535;

@@ -3,7 +3,6 @@
 #include "shell/clock.h"
 #include "shell/modal.h"
 
-#include <QFile>
 #include <QStringList>
 
 namespace orva {
@@ -73,24 +72,20 @@ int int_or(const QString& text, int fallback) {
 } // namespace
 
 void load_options(AppState& s, WindowPort& w) {
-    s.options_path = s.loose(options_member);
     s.archive.clear_error();
-    QFile::remove(s.options_path);
-    const int e = s.archive.run(s.cal_path, s.options_path, Archive::extract);
+    QByteArray row;
+    const int e = s.archive.get(s.cal_path, options_member, row);
     if (e == err::not_found) {
         default_options(s, w);
         apply_options(s, w);
-    } else {
-        s.vsSettings.clear_error();
-        s.vsSettings.LoadGrid(s.options_path);
-        if (s.vsSettings.Rows() == 0) {
-            default_options(s, w);
-            apply_options(s, w);
-        } else {
-            apply_options(s, w);
-        }
+        return;
     }
-    QFile::remove(s.options_path);
+    s.vsSettings.clear_error();
+    // A member that cannot be read or parsed leaves the grid as it was; an
+    // empty one takes the defaults.
+    if (e == err::none) s.vsSettings.load_bytes(row);
+    if (s.vsSettings.Rows() == 0) default_options(s, w);
+    apply_options(s, w);
 }
 
 void apply_options(AppState& s, WindowPort& w) {
@@ -159,9 +154,12 @@ void apply_options(AppState& s, WindowPort& w) {
     s.menus.mnuStart = cell(19) == u"True";
 
     if (failed) {
-        s.archive.run(s.cal_path, s.loose(options_member), Archive::remove);
+        // The shorter row is replaced whole, in one command.
+        Archive::Command command(s.archive, s.cal_path);
+        (void)s.archive.drop(s.cal_path, options_member);
         g.setCols(options_cols);
         save_options(s, w);
+        if (const int e = command.finish()) report_options_error(s, e);
     }
 
     s.anim_speed = speed;
@@ -202,7 +200,6 @@ void default_options(AppState& s, WindowPort& w) {
 }
 
 void save_options(AppState& s, WindowPort& w) {
-    s.options_path = s.loose(options_member);
     s.start_view = s.view_month  ? QStringLiteral("mthvw")
                    : s.view_week ? QStringLiteral("weekvw")
                                  : QStringLiteral("dayvw");
@@ -221,15 +218,20 @@ void save_options(AppState& s, WindowPort& w) {
     for (int c = 0; c < options_cols; ++c)
         g.setTextMatrix(0, c, row[c]);
 
-    g.clear_error();
     s.archive.clear_error();
-    int e = g.SaveGrid(s.options_path) ? err::none : (g.error() ? g.error() : err::io);
-    if (e == err::none) e = s.archive.run(s.cal_path, s.options_path, Archive::add);
-    if (e != err::none)
-        modal().message(QStringLiteral("Error saving settings. Error Number : ") +
-                            QString::number(e),
-                        MsgStyle::Critical);
-    QFile::remove(s.options_path);
+    Archive::Command command(s.archive, s.cal_path);
+    int e = s.archive.put(s.cal_path, options_member, g.save_bytes());
+    const int committed = command.finish();
+    if (e == err::none) e = committed;
+    if (e != err::none) report_options_error(s, e);
+}
+
+void report_options_error(AppState& s, int e) {
+    // Told once at start that this calendar cannot be written, the user is
+    // not told again at every resize that moves the window.
+    if (s.cal_read_only && e == err::denied) return;
+    modal().message(QStringLiteral("Error saving settings. Error Number : ") + QString::number(e),
+                    MsgStyle::Critical);
 }
 
 } // namespace orva

@@ -24,5 +24,8 @@ void default_options(AppState& s, WindowPort& w);
 // Brings the row up to date from the variables and the window and stores it.
 // A failure shows "Error saving settings. Error Number : " and the number.
 void save_options(AppState& s, WindowPort& w);
+// Shows that message for error number `e`, except for a calendar the user has
+// already been told cannot be written.
+void report_options_error(AppState& s, int e);
 
 } // namespace orva

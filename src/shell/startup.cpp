@@ -39,8 +39,14 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     s.twips_product = s.twips_per_pixel_x * s.twips_per_pixel_y;
     s.blankColWidth = qRound(3 * s.twips_per_pixel_x);
 
-    s.cal_path = s.loose(QStringLiteral("calendar.cal"));
-    // On a first run the calendar does not exist: the extract fails with 53,
+    s.cal_path = s.app_path + QStringLiteral("/calendar.cal");
+    // Told now, once, rather than by " Calendar Updated " over changes that
+    // never reach the file.
+    if (s.archive.check_writable(s.cal_path) != err::none) {
+        s.cal_read_only = true;
+        modal().message(cannot_write_text(s.cal_path), MsgStyle::Warning);
+    }
+    // On a first run the calendar does not exist: the read finds no member,
     // the defaults apply, and their save creates the archive.
     load_options(s, w);
 
@@ -53,8 +59,9 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     // reminder window so every overdue alarm comes up.
     s.months_back = months_between(text_to_date(s.last_used_date), s.cur_date);
 
-    load_appts(s, s.cur_date, s.cal_path, 0);
-    load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+    // A month that cannot be read shows empty; the log tells which.
+    (void)load_appts(s, s.cur_date, s.cal_path, 0);
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
 
     s.vsSched.setRedraw(0);
     s.Cal.setRedraw(0);
@@ -118,7 +125,7 @@ int pending_today(const AppState& s) {
 
 void confirm_exit(AppState& s, WindowPort& w) {
     // The table is made the one on file: a tick may have marked rows since.
-    load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     const int pending = pending_today(s);
     save_options(s, w);
     if (pending == 0) {

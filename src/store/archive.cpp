@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QtEndian>
+#include <optional>
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -16,31 +17,63 @@ namespace {
 Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
 
 using err::not_found;
-constexpr int file_access = err::bad_file;
-constexpr int bad_call = 5; // invalid procedure call: an action the archive does not know
 constexpr int orva_application_id = 0x4F525641; // "ORVA"
 constexpr int member_file_mode = 0100644;       // what `sqlite3 -Ax` gives the extracted file
-constexpr int busy_timeout_ms = 5000;
+constexpr int default_busy_timeout_ms = 5000;
+// Deflating is done once per member and command; the fastest level already
+// shrinks blank-padded lines some thirty times, and a series edit deflates a
+// few hundred members.
+constexpr int deflate_level = 1;
+// A member larger than this is damage, not a month of entries (6000 lines of
+// 477 bytes are under 3 MB).
+constexpr qint64 member_size_limit = 64 * 1024 * 1024;
+// WAL pages after which a command checkpoints once it has committed.
+constexpr int checkpoint_frames = 1000;
 
-bool exec(sqlite3* db, const char* sql) {
-    char* err = nullptr;
-    const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &err);
-    if (rc != SQLITE_OK) {
-        qCWarning(lcStore) << sql << "failed:" << (err ? err : sqlite3_errstr(rc));
-        sqlite3_free(err);
+// The error number a failed SQLite call stands for.
+int error_of(int rc) {
+    switch (rc & 0xff) {
+    case SQLITE_OK:
+    case SQLITE_DONE:
+    case SQLITE_ROW:
+        return err::none;
+    case SQLITE_FULL:
+        return err::disk_full;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return err::denied;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN:
+        return err::bad_file;
+    case SQLITE_NOMEM:
+        return err::no_memory;
+    default:
+        return err::io;
     }
-    return rc == SQLITE_OK;
+}
+
+int exec(sqlite3* db, const char* sql) {
+    char* msg = nullptr;
+    const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &msg);
+    if (rc != SQLITE_OK) {
+        qCWarning(lcStore) << sql << "failed:" << (msg ? msg : sqlite3_errstr(rc));
+        sqlite3_free(msg);
+    }
+    return rc;
 }
 
 class Stmt {
   public:
-    Stmt(sqlite3* db, const char* sql) {
-        ok_ = sqlite3_prepare_v2(db, sql, -1, &st_, nullptr) == SQLITE_OK;
-    }
+    Stmt(sqlite3* db, const char* sql) : rc_(sqlite3_prepare_v2(db, sql, -1, &st_, nullptr)) {}
     ~Stmt() { sqlite3_finalize(st_); }
     Stmt(const Stmt&) = delete;
     Stmt& operator=(const Stmt&) = delete;
-    bool ok() const { return ok_; }
+    bool ok() const { return rc_ == SQLITE_OK; }
+    int prepare_rc() const { return rc_; }
     sqlite3_stmt* get() const { return st_; }
     void bind_text(int i, const QString& s) {
         const QByteArray u = s.toUtf8();
@@ -58,7 +91,7 @@ class Stmt {
 
   private:
     sqlite3_stmt* st_ = nullptr;
-    bool ok_ = false;
+    int rc_;
 };
 
 bool file_identity(const QString& path, dev_t& dev, ino_t& ino) {
@@ -69,16 +102,45 @@ bool file_identity(const QString& path, dev_t& dev, ino_t& ino) {
     return true;
 }
 
-bool quick_check_ok(sqlite3* db) {
+// 0 when the whole file reads back sound.
+int quick_check(sqlite3* db) {
     Stmt q(db, "PRAGMA quick_check");
-    if (!q.ok() || q.step() != SQLITE_ROW) return false;
+    if (!q.ok()) return q.prepare_rc();
+    const int rc = q.step();
+    if (rc != SQLITE_ROW) return rc;
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(q.get(), 0));
-    return text && qstrcmp(text, "ok") == 0 && q.step() == SQLITE_DONE;
+    if (!text || qstrcmp(text, "ok") != 0) return SQLITE_CORRUPT;
+    return q.step() == SQLITE_DONE ? SQLITE_OK : SQLITE_CORRUPT;
 }
 
-bool has_sqlar(sqlite3* db) {
+int table_exists(sqlite3* db, bool& exists) {
     Stmt q(db, "SELECT 1 FROM sqlite_master WHERE type='table' AND name='sqlar'");
-    return q.ok() && q.step() == SQLITE_ROW;
+    if (!q.ok()) return q.prepare_rc();
+    const int rc = q.step();
+    exists = rc == SQLITE_ROW;
+    return rc == SQLITE_ROW || rc == SQLITE_DONE ? SQLITE_OK : rc;
+}
+
+// What the sqlar table holds for a member: deflated (a zlib stream, `sz` the
+// original size) when that is smaller, else the bytes as they stand.
+QByteArray deflated(const QByteArray& bytes) {
+    if (bytes.isEmpty()) return bytes;
+    // qCompress puts the original size in front of the zlib stream.
+    const QByteArray z = qCompress(bytes, deflate_level).mid(4);
+    return z.size() < bytes.size() ? z : bytes;
+}
+
+bool inflate_into(const char* data, int len, qint64 sz, QByteArray& out) {
+    if (len == sz) {
+        out = QByteArray(data, len);
+        return true;
+    }
+    if (sz < 0 || sz > member_size_limit || len <= 0) return false;
+    QByteArray framed(4, '\0');
+    qToBigEndian(quint32(sz), framed.data());
+    framed.append(data, len);
+    out = qUncompress(framed);
+    return out.size() == sz;
 }
 
 } // namespace
@@ -87,13 +149,25 @@ struct Archive::Conn {
     sqlite3* db = nullptr;
     bool in_tx = false;
     bool has_table = false;
+    int wal_frames = 0; // pages in the WAL after the last commit
     dev_t dev = 0;
     ino_t ino = 0;
 };
 
-Archive::Archive() = default;
+struct Archive::Tx {
+    int depth = 0;
+    int failed = 0;       // the first error; the command then rolls back
+    bool created = false; // the file did not exist when the command began
+    // Members changed by the command, written when it finishes; nullopt marks
+    // a member dropped.
+    std::map<QString, std::optional<QByteArray>> pending;
+};
+
+Archive::Archive() : busy_timeout_ms_(default_busy_timeout_ms) {}
 
 Archive::~Archive() {
+    for (auto& [k, t] : tx_)
+        delete t;
     for (auto& [k, c] : conns_) {
         sqlite3_close_v2(c->db);
         delete c;
@@ -102,6 +176,25 @@ Archive::~Archive() {
 
 QString Archive::key(const QString& archive_file) {
     return QFileInfo(archive_file).absoluteFilePath();
+}
+
+Archive::Tx* Archive::command_of(const QString& k) {
+    auto it = tx_.find(k);
+    return it == tx_.end() ? nullptr : it->second;
+}
+
+int Archive::fail_command(const QString& k, int e) {
+    if (Tx* t = command_of(k); t && t->failed == 0) {
+        t->failed = e;
+        qCWarning(lcStore) << "command on" << k << "failed with error" << e
+                           << "; it will be rolled back";
+    }
+    return fail(e);
+}
+
+int Archive::command_error(const QString& archive_file) const {
+    auto it = tx_.find(key(archive_file));
+    return it == tx_.end() ? 0 : it->second->failed;
 }
 
 void Archive::forget(const QString& k) {
@@ -115,14 +208,13 @@ void Archive::forget(const QString& k) {
     conns_.erase(it);
 }
 
-Archive::Conn* Archive::open(const QString& archive_file, bool create) {
+Archive::Conn* Archive::open(const QString& k, bool create) {
     // SQLite would open an empty name as a private temporary database and
     // report success for a calendar that is not there.
-    if (archive_file.isEmpty()) {
+    if (k.isEmpty()) {
         fail(err::bad_name);
         return nullptr;
     }
-    const QString k = key(archive_file);
     dev_t dev = 0;
     ino_t ino = 0;
     const bool exists = file_identity(k, dev, ino);
@@ -144,23 +236,49 @@ Archive::Conn* Archive::open(const QString& archive_file, bool create) {
 
     sqlite3* db = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
-    if (sqlite3_open_v2(QFile::encodeName(k).constData(), &db, flags, nullptr) != SQLITE_OK) {
+    int rc = sqlite3_open_v2(QFile::encodeName(k).constData(), &db, flags, nullptr);
+    if (rc != SQLITE_OK) {
         qCWarning(lcStore) << "cannot open" << k << sqlite3_errmsg(db);
         sqlite3_close_v2(db);
-        fail(file_access);
+        fail(error_of(rc));
         return nullptr;
     }
-    sqlite3_busy_timeout(db, busy_timeout_ms);
-    if (!exec(db, "PRAGMA journal_mode=DELETE") || !exec(db, "PRAGMA synchronous=EXTRA") ||
-        !quick_check_ok(db)) {
-        qCWarning(lcStore) << k << "is no sound calendar archive";
+    sqlite3_extended_result_codes(db, 1);
+    sqlite3_busy_timeout(db, busy_timeout_ms_);
+    // WAL with synchronous=FULL commits with one sync of the log; the page
+    // cache is large enough, and never spilled, so that nothing of a command
+    // reaches the file before its commit.
+    if (!sqlite3_db_readonly(db, "main")) exec(db, "PRAGMA journal_mode=WAL");
+    exec(db, "PRAGMA synchronous=FULL");
+    exec(db, "PRAGMA cache_size=-16384");
+    exec(db, "PRAGMA cache_spill=OFF");
+    exec(db, "PRAGMA journal_size_limit=4194304");
+    rc = quick_check(db);
+    if (rc != SQLITE_OK) {
+        qCWarning(lcStore) << k << "is no sound calendar archive:" << sqlite3_errstr(rc);
         sqlite3_close_v2(db);
-        fail(file_access);
+        fail(rc == SQLITE_CORRUPT || rc == SQLITE_NOTADB ? err::bad_file : error_of(rc));
         return nullptr;
     }
     auto* c = new Conn;
     c->db = db;
-    c->has_table = has_sqlar(db);
+    // Checkpoints are run after a commit by the command, never inside one:
+    // an automatic checkpoint that failed would make a commit that succeeded
+    // look failed.
+    sqlite3_wal_hook(
+        db,
+        [](void* arg, sqlite3*, const char*, int frames) {
+            static_cast<Conn*>(arg)->wal_frames = frames;
+            return SQLITE_OK;
+        },
+        c);
+    rc = table_exists(db, c->has_table);
+    if (rc != SQLITE_OK) {
+        sqlite3_close_v2(db);
+        delete c;
+        fail(error_of(rc));
+        return nullptr;
+    }
     file_identity(k, c->dev, c->ino);
     conns_[k] = c;
     begin_if_commanded(k, c);
@@ -169,147 +287,302 @@ Archive::Conn* Archive::open(const QString& archive_file, bool create) {
 
 void Archive::begin_if_commanded(const QString& k, Conn* c) {
     if (c->in_tx) return;
-    auto d = depth_.find(k);
-    if (d == depth_.end() || d->second <= 0) return;
-    c->in_tx = exec(c->db, "BEGIN IMMEDIATE");
+    Tx* t = command_of(k);
+    if (!t || t->failed) return;
+    // A file opened read-only would take the whole command into memory and
+    // refuse it only at the end.
+    if (sqlite3_db_readonly(c->db, "main") == 1) {
+        fail_command(k, err::denied);
+        return;
+    }
+    const int rc = exec(c->db, "BEGIN IMMEDIATE");
+    if (rc == SQLITE_OK)
+        c->in_tx = true;
+    else
+        fail_command(k, error_of(rc));
+}
+
+int Archive::read_member(const QString& k, const QString& member, QByteArray& bytes) {
+    Conn* c = open(k, false);
+    if (!c) return error_;
+    if (!c->has_table) return fail(not_found);
+    Stmt sel(c->db, "SELECT sz, data FROM sqlar WHERE name=?1");
+    if (!sel.ok()) return fail(error_of(sel.prepare_rc()));
+    sel.bind_text(1, member);
+    const int rc = sel.step();
+    if (rc == SQLITE_DONE) return fail(not_found);
+    if (rc != SQLITE_ROW) return fail(error_of(rc));
+    const qint64 sz = sqlite3_column_int64(sel.get(), 0);
+    const auto* data = static_cast<const char*>(sqlite3_column_blob(sel.get(), 1));
+    const int len = sqlite3_column_bytes(sel.get(), 1);
+    if (!inflate_into(data, len, sz, bytes)) {
+        bytes.clear();
+        qCWarning(lcStore) << "member" << member << "of" << k << "is damaged";
+        return fail(err::bad_file);
+    }
+    return 0;
 }
 
 int Archive::put(const QString& archive_file, const QString& member, const QByteArray& bytes) {
-    Conn* c = open(archive_file, true);
-    if (!c) return error_;
-    if (!c->has_table) {
-        if (!exec(c->db, "CREATE TABLE IF NOT EXISTS sqlar(name TEXT PRIMARY KEY, mode INT, "
-                         "mtime INT, sz INT, data BLOB)"))
-            return fail(file_access);
-        exec(c->db, QByteArray("PRAGMA application_id=" + QByteArray::number(orva_application_id))
-                        .constData());
-        c->has_table = true;
+    const QString k = key(archive_file);
+    if (k.isEmpty() || archive_file.isEmpty()) return fail(err::bad_name);
+    if (Tx* t = command_of(k)) {
+        if (t->failed) return fail(t->failed);
+        t->pending[member] = bytes;
+        return 0;
     }
-    // Members are stored uncompressed (sz equal to the data's length), which
-    // `sqlite3 -A` reads as they stand.
-    Stmt ins(c->db, "REPLACE INTO sqlar(name, mode, mtime, sz, data) VALUES(?1, ?2, ?3, ?4, ?5)");
-    if (!ins.ok()) return fail(file_access);
-    ins.bind_text(1, member);
-    sqlite3_bind_int(ins.get(), 2, member_file_mode);
-    sqlite3_bind_int64(ins.get(), 3, clock().now().toSecsSinceEpoch());
-    sqlite3_bind_int64(ins.get(), 4, bytes.size());
-    ins.bind_blob(5, bytes);
-    if (ins.step() != SQLITE_DONE) {
-        qCWarning(lcStore) << "cannot store" << member << "in" << archive_file
-                           << sqlite3_errmsg(c->db);
-        return fail(file_access);
-    }
-    if (c->in_tx && after_write_) after_write_(member);
-    return 0;
+    Tx alone;
+    alone.pending[member] = bytes;
+    alone.created = !QFileInfo::exists(k);
+    const int e = flush(k, alone);
+    return e ? fail(e) : 0;
 }
 
 int Archive::get(const QString& archive_file, const QString& member, QByteArray& bytes) {
     bytes.clear();
-    Conn* c = open(archive_file, false);
-    if (!c) return error_;
-    if (!c->has_table) return fail(not_found);
-    Stmt sel(c->db, "SELECT sz, data FROM sqlar WHERE name=?1");
-    if (!sel.ok()) return fail(not_found);
-    sel.bind_text(1, member);
-    if (sel.step() != SQLITE_ROW) return fail(not_found);
-    const qint64 sz = sqlite3_column_int64(sel.get(), 0);
-    const auto* data = static_cast<const char*>(sqlite3_column_blob(sel.get(), 1));
-    const int len = sqlite3_column_bytes(sel.get(), 1);
-    QByteArray stored(data, len);
-    if (len == sz) {
-        bytes = stored;
-        return 0;
+    if (archive_file.isEmpty()) return fail(err::bad_name);
+    const QString k = key(archive_file);
+    Tx* t = command_of(k);
+    if (t) {
+        if (auto p = t->pending.find(member); p != t->pending.end()) {
+            if (!p->second) return fail(not_found);
+            bytes = *p->second;
+            return 0;
+        }
     }
-    // A member added by `sqlite3 -Ac` is a zlib stream; qUncompress wants the
-    // size in front of it.
-    QByteArray framed(4, '\0');
-    qToBigEndian(quint32(sz), framed.data());
-    bytes = qUncompress(framed + stored);
-    if (bytes.size() != sz) {
-        bytes.clear();
-        return fail(file_access);
-    }
-    return 0;
+    const int e = read_member(k, member, bytes);
+    // A member that cannot be read is no missing one: a command that went on
+    // would take it for empty and write over it.
+    if (e != 0 && e != not_found && t) fail_command(k, e);
+    return e;
 }
 
 int Archive::drop(const QString& archive_file, const QString& member) {
-    Conn* c = open(archive_file, false);
-    if (!c) return error_;
-    if (!c->has_table) return fail(not_found);
-    Stmt del(c->db, "DELETE FROM sqlar WHERE name=?1");
-    if (!del.ok()) return fail(file_access);
-    del.bind_text(1, member);
-    if (del.step() != SQLITE_DONE) return fail(file_access);
-    if (sqlite3_changes(c->db) == 0) return fail(not_found);
-    if (c->in_tx && after_write_) after_write_(member);
-    return 0;
+    if (archive_file.isEmpty()) return fail(err::bad_name);
+    const QString k = key(archive_file);
+    Tx* t = command_of(k);
+    if (t && t->failed) return fail(t->failed);
+    if (t) {
+        if (auto p = t->pending.find(member); p != t->pending.end()) {
+            if (!p->second) return fail(not_found);
+            p->second.reset();
+            return 0;
+        }
+    }
+    QByteArray ignored;
+    const int e = read_member(k, member, ignored);
+    if (e != 0) {
+        if (e != not_found && t) fail_command(k, e);
+        return e;
+    }
+    if (t) {
+        t->pending[member] = std::nullopt;
+        return 0;
+    }
+    Tx alone;
+    alone.pending[member] = std::nullopt;
+    const int f = flush(k, alone);
+    return f ? fail(f) : 0;
 }
 
 QStringList Archive::members(const QString& archive_file) {
     QStringList out;
-    Conn* c = open(archive_file, false);
-    if (!c || !c->has_table) return out;
-    Stmt sel(c->db, "SELECT name FROM sqlar ORDER BY name");
-    while (sel.ok() && sel.step() == SQLITE_ROW)
-        out << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(sel.get(), 0)));
+    const QString k = key(archive_file);
+    Tx* t = command_of(k);
+    Conn* c = archive_file.isEmpty() ? nullptr : open(k, false);
+    if (c && c->has_table) {
+        Stmt sel(c->db, "SELECT name FROM sqlar ORDER BY name");
+        int rc = sel.ok() ? SQLITE_ROW : sel.prepare_rc();
+        while (sel.ok() && (rc = sel.step()) == SQLITE_ROW)
+            out << QString::fromUtf8(
+                reinterpret_cast<const char*>(sqlite3_column_text(sel.get(), 0)));
+        if (rc != SQLITE_DONE) {
+            fail(error_of(rc));
+            if (t) fail_command(k, error_);
+        }
+    }
+    if (t) {
+        for (const auto& [name, bytes] : t->pending) {
+            if (bytes && !out.contains(name)) out << name;
+            if (!bytes) out.removeAll(name);
+        }
+        out.sort();
+    }
     return out;
 }
 
-int Archive::run(const QString& archive_file, const QString& file, int action) {
-    const QString member = QFileInfo(file).fileName();
-    switch (action) {
-    case add: {
-        QFile in(file);
-        if (!in.open(QIODevice::ReadOnly)) return fail(not_found);
-        return put(archive_file, member, in.readAll());
+// Writes a command's held members and commits; on any failure rolls the whole
+// transaction back and removes a file the command created. Returns 0 or the
+// error number.
+int Archive::flush(const QString& k, Tx& tx) {
+    int e = tx.failed;
+    Conn* c = nullptr;
+    if (e == 0 && !tx.pending.empty()) {
+        c = open(k, true);
+        if (!c) e = error_ ? error_ : err::io;
+        if (c && !c->in_tx) {
+            const int rc = exec(c->db, "BEGIN IMMEDIATE");
+            if (rc == SQLITE_OK)
+                c->in_tx = true;
+            else
+                e = error_of(rc);
+        }
+        if (e == 0 && !c->has_table) {
+            const int rc = exec(c->db, "CREATE TABLE IF NOT EXISTS sqlar(name TEXT PRIMARY KEY, "
+                                       "mode INT, mtime INT, sz INT, data BLOB)");
+            if (rc != SQLITE_OK) e = error_of(rc);
+            if (e == 0) {
+                const QByteArray id =
+                    "PRAGMA application_id=" + QByteArray::number(orva_application_id);
+                if (const int rc2 = exec(c->db, id.constData()); rc2 != SQLITE_OK)
+                    e = error_of(rc2);
+            }
+        }
+        if (e == 0) {
+            Stmt ins(c->db, "REPLACE INTO sqlar(name, mode, mtime, sz, data) "
+                            "VALUES(?1, ?2, ?3, ?4, ?5)");
+            Stmt del(c->db, "DELETE FROM sqlar WHERE name=?1");
+            if (!ins.ok()) e = error_of(ins.prepare_rc());
+            if (!del.ok()) e = error_of(del.prepare_rc());
+            const qint64 mtime = clock().now().toSecsSinceEpoch();
+            for (auto it = tx.pending.begin(); e == 0 && it != tx.pending.end(); ++it) {
+                const QString& member = it->first;
+                Stmt& st = it->second ? ins : del;
+                sqlite3_reset(st.get());
+                st.bind_text(1, member);
+                if (it->second) {
+                    sqlite3_bind_int(ins.get(), 2, member_file_mode);
+                    sqlite3_bind_int64(ins.get(), 3, mtime);
+                    sqlite3_bind_int64(ins.get(), 4, it->second->size());
+                    ins.bind_blob(5, deflated(*it->second));
+                }
+                const int rc = st.step();
+                if (rc != SQLITE_DONE) {
+                    qCWarning(lcStore)
+                        << "cannot store" << member << "in" << k << sqlite3_errmsg(c->db);
+                    e = error_of(rc);
+                    break;
+                }
+                if (after_write_) after_write_(member);
+            }
+            if (e == 0) c->has_table = true;
+        }
+    } else if (auto it = conns_.find(k); it != conns_.end()) {
+        c = it->second;
     }
-    case extract: {
-        QByteArray bytes;
-        if (const int e = get(archive_file, member, bytes)) return e;
-        QFile out(file);
-        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) return fail(file_access);
-        if (out.write(bytes) != bytes.size()) return fail(file_access);
-        return 0;
+
+    if (c && c->in_tx) {
+        // An I/O error may have made SQLite roll the transaction back by
+        // itself; a COMMIT then would commit nothing and report success.
+        if (e == 0 && sqlite3_get_autocommit(c->db)) e = err::io;
+        if (e == 0) {
+            const int rc = sqlite3_exec(c->db, "COMMIT", nullptr, nullptr, nullptr);
+            if (rc != SQLITE_OK) {
+                qCCritical(lcStore) << "commit of" << k << "failed:" << sqlite3_errmsg(c->db);
+                e = error_of(rc);
+            }
+        }
+        if (e != 0) {
+            if (!sqlite3_get_autocommit(c->db)) exec(c->db, "ROLLBACK");
+            // The rollback may have taken back the table the command made.
+            bool has = false;
+            if (table_exists(c->db, has) == SQLITE_OK) c->has_table = has;
+        }
+        c->in_tx = false;
+        if (e == 0 && c->wal_frames >= checkpoint_frames) {
+            int log = 0, done = 0;
+            const int rc =
+                sqlite3_wal_checkpoint_v2(c->db, nullptr, SQLITE_CHECKPOINT_PASSIVE, &log, &done);
+            // Nothing is lost when a checkpoint fails: the log still holds
+            // the commits and the next one takes them.
+            if (rc != SQLITE_OK)
+                qCWarning(lcStore) << "checkpoint of" << k << "failed:" << sqlite3_errstr(rc);
+            else
+                c->wal_frames = log - done;
+        }
     }
-    case remove:
-        return drop(archive_file, member);
-    default:
-        return fail(bad_call);
+    if (e != 0) {
+        qCCritical(lcStore) << "command on" << k << "rolled back, error" << e;
+        if (tx.created) {
+            // The file was not there before the command: it must not be now.
+            forget(k);
+            for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+                QFile::remove(k + QLatin1String(suffix));
+        }
     }
+    tx.pending.clear();
+    return e;
+}
+
+int Archive::end_command(const QString& k) {
+    auto it = tx_.find(k);
+    if (it == tx_.end()) return 0;
+    Tx* t = it->second;
+    if (--t->depth > 0) return t->failed;
+    tx_.erase(it);
+    const int e = flush(k, *t);
+    delete t;
+    return e;
+}
+
+int Archive::check_writable(const QString& archive_file) {
+    if (archive_file.isEmpty()) return fail(err::bad_name);
+    const QString k = key(archive_file);
+    const QFileInfo info(k);
+    if (!info.exists()) {
+        const QFileInfo dir(info.absolutePath());
+        return dir.isDir() && dir.isWritable() ? 0 : fail(err::denied);
+    }
+    Conn* c = open(k, false);
+    if (!c) return error_;
+    if (sqlite3_db_readonly(c->db, "main") == 1) return fail(err::denied);
+    return 0;
 }
 
 void Archive::close(const QString& archive_file) {
     forget(key(archive_file));
 }
 
+void Archive::set_busy_timeout_ms(int ms) {
+    busy_timeout_ms_ = ms;
+    for (auto& [k, c] : conns_)
+        sqlite3_busy_timeout(c->db, ms);
+}
+
 void Archive::set_after_write_hook(std::function<void(const QString&)> hook) {
     after_write_ = std::move(hook);
 }
 
-Archive::Command::Command(Archive& a, QString archive_file) : a_(a), path_(key(archive_file)) {
-    if (a_.depth_[path_]++ > 0) return;
-    // A file that does not exist yet joins the command when its first member
-    // is added; a Command alone never creates it.
-    if (QFileInfo::exists(path_)) {
+Archive::Command::Command(Archive& a, QString archive_file)
+    : a_(a), path_(archive_file.isEmpty() ? QString() : key(archive_file)) {
+    if (path_.isEmpty()) return;
+    Tx*& t = a_.tx_[path_];
+    if (!t) t = new Tx;
+    if (t->depth++ > 0) return;
+    t->created = !QFileInfo::exists(path_);
+    // A file that does not exist yet is created when the command writes its
+    // first member; a Command that writes nothing never creates it.
+    if (!t->created) {
         const int kept = a_.error_;
-        a_.open(path_, false);
+        if (!a_.open(path_, false)) a_.fail_command(path_, a_.error_);
         a_.error_ = kept;
     }
 }
 
 Archive::Command::~Command() {
-    auto d = a_.depth_.find(path_);
-    if (d == a_.depth_.end() || --d->second > 0) return;
-    a_.depth_.erase(d);
-    auto it = a_.conns_.find(path_);
-    if (it == a_.conns_.end() || !it->second->in_tx) return;
-    Conn* c = it->second;
-    c->in_tx = false;
-    if (sqlite3_exec(c->db, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        qCCritical(lcStore) << "commit of" << path_
-                            << "failed, command rolled back:" << sqlite3_errmsg(c->db);
-        sqlite3_exec(c->db, "ROLLBACK", nullptr, nullptr, nullptr);
-    }
+    if (done_) return;
+    if (const int e = finish())
+        qCWarning(lcStore) << "a command on" << path_ << "ended unfinished with error" << e;
+}
+
+void Archive::Command::abort(int e) {
+    if (!done_ && !path_.isEmpty() && e != err::none) a_.fail_command(path_, e);
+}
+
+int Archive::Command::finish() {
+    if (done_ || path_.isEmpty()) return 0;
+    done_ = true;
+    return a_.end_command(path_);
 }
 
 } // namespace orva

@@ -12,53 +12,85 @@ struct sqlite3;
 
 namespace orva {
 
-// The calendar file: named members in one SQLite Archive ("sqlar" table,
-// members stored uncompressed), so `sqlite3 -A` can list and extract them.
-// Its three actions are those the store uses; each returns an error number
-// (0 success, 53 when the archive or the member is missing) and never aborts.
+// The calendar file: named members in one SQLite Archive ("sqlar" table), so
+// `sqlite3 -A` can list and extract them. Members are stored deflated, as the
+// layout allows, or raw where deflating does not help.
+//
+// Every call returns an error number (0 success, 53 when the archive or the
+// member is missing, see errors.h) and never aborts. One user command is one
+// transaction (see Command): inside it, members are changed in memory and
+// reach the file together when the command finishes, or not at all.
 class Archive {
   public:
-    enum Action { add = 0, extract = 2, remove = 3 };
-
     Archive();
     ~Archive();
     Archive(const Archive&) = delete;
     Archive& operator=(const Archive&) = delete;
 
-    // Archive(archive_file, file, action): the member is known by the file's
-    // name. add: store the file as that member, replacing one of that name,
-    // creating the archive when it is missing. extract: write the member to
-    // `file`, replacing what stands there. remove: delete the member.
-    int run(const QString& archive_file, const QString& file, int action);
-
-    // Direct access for code that has no loose file to hand.
-    int put(const QString& archive_file, const QString& member, const QByteArray& bytes);
-    int get(const QString& archive_file, const QString& member, QByteArray& bytes);
-    int drop(const QString& archive_file, const QString& member);
+    // Stores `bytes` as `member`, replacing a member of that name, creating the
+    // archive when it is missing.
+    [[nodiscard]] int put(const QString& archive_file, const QString& member,
+                          const QByteArray& bytes);
+    // The member's bytes; 53 when the archive or the member is missing.
+    [[nodiscard]] int get(const QString& archive_file, const QString& member, QByteArray& bytes);
+    // Deletes the member; 53 when there is none.
+    [[nodiscard]] int drop(const QString& archive_file, const QString& member);
+    // The member names in name order; empty when the archive is missing or
+    // unreadable (error() tells which).
     QStringList members(const QString& archive_file);
 
+    // The last error number left by a call, cleared by clear_error().
     int error() const { return error_; }
     void clear_error() { error_ = 0; }
 
-    // One user command is one transaction of the calendar file: the first open
-    // Command on a path begins it (BEGIN IMMEDIATE), the last one to end
-    // commits. Commands nest by depth count, so a tick or a click that runs
+    // One user command is one transaction of the calendar file. The first
+    // open Command on a path begins it (BEGIN IMMEDIATE, which waits out the
+    // busy timeout when another process writes); members put or dropped
+    // inside it are held in memory and written when the outermost Command
+    // finishes. Commands nest by depth count, so a tick or a click that runs
     // inside a yielding loop joins the transaction instead of splitting it.
+    //
+    // The first step that fails inside the command fails all of it: later
+    // writes are refused, and the outermost finish rolls everything back, so
+    // the file stays byte for byte as it was (a file the command created is
+    // removed again).
     class Command {
       public:
         Command(Archive& a, QString archive_file);
+        // Finishes the command if finish() was not called; a failure is then
+        // only logged.
         ~Command();
         Command(const Command&) = delete;
         Command& operator=(const Command&) = delete;
 
+        // The outermost Command writes the held members and commits, or rolls
+        // back; it returns 0 or the error number of the first failed step.
+        // An inner Command returns the command's state so far.
+        [[nodiscard]] int finish();
+        // Fails the command with error `e` (a step the archive did not see
+        // fail), so that it rolls back when it finishes.
+        void abort(int e);
+
       private:
         Archive& a_;
         QString path_;
+        bool done_ = false;
     };
 
-    // Closes the connection to a file, committing nothing that is still open
-    // (used before the file itself is deleted).
+    // The first error of the command open on this file; 0 when none is open
+    // or all its steps went well.
+    int command_error(const QString& archive_file) const;
+
+    // 0 when the file can take a change: it exists and is writable, or it is
+    // missing and could be created. Otherwise the error a command would meet.
+    [[nodiscard]] int check_writable(const QString& archive_file);
+
+    // Closes the connection to a file, dropping a command still open (used
+    // before the file itself is deleted).
     void close(const QString& archive_file);
+
+    // How long a command waits for another process's write lock.
+    void set_busy_timeout_ms(int ms);
 
     // Called after each member has been written inside a transaction; tests
     // use it to kill the process in the middle of a command.
@@ -66,21 +98,31 @@ class Archive {
 
   private:
     struct Conn;
+    struct Tx;
     // The cached connection to a file, opened (and checked) when needed; null
     // with error() set when the file is missing and not to be created (53) or
-    // is no sound archive (75). Inside a Command the connection is in its
+    // cannot be used (see errors.h). Inside a Command the connection is in its
     // transaction.
-    Conn* open(const QString& archive_file, bool create);
+    Conn* open(const QString& key, bool create);
     void begin_if_commanded(const QString& key, Conn* c);
+    int end_command(const QString& key);
+    int flush(const QString& key, Tx& tx);
     void forget(const QString& key);
-    static QString key(const QString& archive_file);
     int fail(int e) {
         error_ = e;
         return e;
     }
+    // Notes the first failure inside the command open on `key`; the command
+    // then refuses further writes and rolls back when it finishes.
+    int fail_command(const QString& key, int e);
+    Tx* command_of(const QString& key);
+    int read_member(const QString& key, const QString& member, QByteArray& bytes);
+    static QString key(const QString& archive_file);
+
     std::map<QString, Conn*> conns_;
-    std::map<QString, int> depth_; // open Commands per file
+    std::map<QString, Tx*> tx_; // the open command per file
     std::function<void(const QString&)> after_write_;
+    int busy_timeout_ms_;
     int error_ = 0;
 };
 

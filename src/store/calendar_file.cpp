@@ -5,81 +5,80 @@
 #include "shell/modal.h"
 #include "store/member_format.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
+#include <QLoggingCategory>
 
 namespace orva {
 
-QString Shared::loose(const QString& name) const {
-    return app_path + u'/' + name;
-}
-
 namespace {
+
+Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
 
 constexpr int append_mode = 8;
 constexpr int rewrite_mode = 2;
 
-// Writes lines into loose copies one month member at a time, as the write
-// routines walk their tables: a change of month adds the open copy back and
-// deletes it before the next member is extracted. Rows of one month must stand
-// together, or the rewrite mode loses the earlier ones.
+QString member_of(MemberKind kind, const QString& yymm) {
+    return kind == MemberKind::appointments ? appt_member_name(yymm) : rmdr_member_name(yymm);
+}
+
+// Collects lines one month member at a time, as the write routines walk their
+// tables: a change of month stores the member just built before the next one
+// is read. Rows of one month must stand together, or the rewrite mode loses
+// the earlier ones.
 class MonthWriter {
   public:
     MonthWriter(Shared& s, const QString& cal_file, MemberKind kind, int io_mode)
         : s_(s), cal_(cal_file), kind_(kind), io_mode_(io_mode) {}
-    ~MonthWriter() { finish(); }
+    ~MonthWriter() {
+        // Every caller finishes; this only keeps an early return from
+        // dropping a month without a word.
+        if (open_)
+            if (const int e = finish()) qCWarning(lcStore) << "month left unstored, error" << e;
+    }
     MonthWriter(const MonthWriter&) = delete;
     MonthWriter& operator=(const MonthWriter&) = delete;
 
-    void line(const QString& yymm, const QByteArray& bytes) {
+    [[nodiscard]] int line(const QString& yymm, const QByteArray& bytes) {
         if (!open_ || yymm != yymm_) {
-            finish();
-            start(yymm);
+            if (const int e = finish()) return e;
+            if (const int e = start(yymm)) return e;
         }
-        file_.write(bytes);
-        file_.write(line_end, line_end_len);
+        member_ += bytes;
+        member_.append(line_end, line_end_len);
+        return 0;
     }
 
-    void finish() {
-        if (!open_) return;
+    [[nodiscard]] int finish() {
+        if (!open_) return 0;
         open_ = false;
-        // The text must have reached the file before the add.
-        file_.close();
-        s_.archive.run(cal_, path_, Archive::add);
-        QFile::remove(path_);
+        return s_.archive.put(cal_, member_of(kind_, yymm_), member_);
     }
 
     // Drops the open month without storing it: its member keeps what it held.
-    void abandon() {
-        if (!open_) return;
-        open_ = false;
-        file_.close();
-        QFile::remove(path_);
-    }
+    void abandon() { open_ = false; }
 
   private:
-    void start(const QString& yymm) {
+    [[nodiscard]] int start(const QString& yymm) {
         yymm_ = yymm;
-        if (kind_ == MemberKind::appointments)
-            extract_appt_member(s_, cal_, path_, yymm);
-        else
-            extract_rmdr_member(s_, cal_, path_, yymm);
-        file_.setFileName(path_);
-        const auto mode = io_mode_ == rewrite_mode ? QIODevice::WriteOnly | QIODevice::Truncate
-                                                   : QIODevice::WriteOnly | QIODevice::Append;
-        // A file that cannot be opened swallows its lines; the add then stores
-        // whatever stands there, as the unguarded routine would.
-        file_.open(mode);
+        member_.clear();
+        if (io_mode_ != rewrite_mode) {
+            const int e = s_.archive.get(cal_, member_of(kind_, yymm), member_);
+            // A member that could not be read must not be replaced by the new
+            // lines alone: the month's other entries would be gone.
+            if (e != err::none && e != err::not_found) return e;
+        }
         open_ = true;
+        return 0;
     }
 
     Shared& s_;
     QString cal_;
     MemberKind kind_;
     int io_mode_;
-    QString yymm_, path_;
-    QFile file_;
+    QString yymm_;
+    QByteArray member_;
     bool open_ = false;
 };
 
@@ -91,15 +90,15 @@ void call(const std::function<void()>& f) {
     if (f) f();
 }
 
-// Reads a loose member line by line into cur and hands each record on,
-// yielding once per line; then deletes the copy. No copy means the month has
-// no member: it loads empty, without a word.
+// Reads a member record by record into cur and hands each one on, yielding
+// once per line.
 template <class Rec, class Take>
-void read_member(Shared& s, const QString& path, void (MemberReader::*read)(Rec&, QByteArray&, int),
-                 Take take) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return;
-    MemberReader in(f);
+void read_member(Shared& s, const QByteArray& member,
+                 void (MemberReader::*read)(Rec&, QByteArray&, int), Take take) {
+    QBuffer buf;
+    buf.setData(member);
+    buf.open(QIODevice::ReadOnly);
+    MemberReader in(buf);
     Rec rec;
     QByteArray rec_end;
     while (!in.at_end()) {
@@ -108,8 +107,14 @@ void read_member(Shared& s, const QString& path, void (MemberReader::*read)(Rec&
         take(rec);
         yield_events();
     }
-    f.close();
-    QFile::remove(path);
+}
+
+// 53 is the ordinary sign of a month without a member; anything else is worth
+// a line in the log, since the month then shows less than the file holds.
+int load_result(int e, const QString& what) {
+    if (e == err::not_found) return err::none;
+    if (e != err::none) qCWarning(lcStore) << "could not read" << what << "error" << e;
+    return e;
 }
 
 } // namespace
@@ -121,51 +126,47 @@ QString rmdr_member_name(const QString& yymm) {
     return QStringLiteral("r") + yymm + QStringLiteral(".rmd");
 }
 
-int extract_appt_member(Shared& s, const QString& cal_file, QString& loose_path,
+int extract_appt_member(Shared& s, const QString& cal_file, QByteArray& member,
                         const QString& yymm) {
-    loose_path = s.loose(appt_member_name(yymm));
-    QFile::remove(loose_path);
     s.archive.clear_error();
-    return s.archive.run(cal_file, loose_path, Archive::extract);
+    return s.archive.get(cal_file, appt_member_name(yymm), member);
 }
 
-int extract_rmdr_member(Shared& s, const QString& cal_file, QString& loose_path,
+int extract_rmdr_member(Shared& s, const QString& cal_file, QByteArray& member,
                         const QString& yymm) {
-    // Nothing is deleted first; the extract replaces a copy left by a crash.
-    // When the month has no member such a copy is stale, and reading or
-    // appending to it would bring back lines the file no longer has.
-    loose_path = s.loose(rmdr_member_name(yymm));
-    s.rmdr_temp_path = loose_path;
     s.archive.clear_error();
-    const int e = s.archive.run(cal_file, loose_path, Archive::extract);
-    if (e == err::not_found) QFile::remove(loose_path);
-    return e;
+    return s.archive.get(cal_file, rmdr_member_name(yymm), member);
 }
 
-void load_appts(Shared& s, const QDate& date, const QString& cal_file, int extra_months) {
+int load_appts(Shared& s, const QDate& date, const QString& cal_file, int extra_months) {
     s.cur.rec_end_len = 2;
     s.clear_appts();
     s.appt_count = 0;
     s.appt_next = 0;
     s.clear_days();
     QDate d = date;
+    int first_error = err::none;
     for (int i = 0; i <= extra_months; ++i) {
         s.archive.clear_error();
-        load_appt_month(s, yymm_of(d), cal_file);
+        const int e = load_appt_month(s, yymm_of(d), cal_file);
+        if (first_error == err::none) first_error = e;
         d = d.addMonths(1);
     }
+    return first_error;
 }
 
-void load_appt_month(Shared& s, const QString& yymm, const QString& cal_file) {
-    QString path;
-    extract_appt_member(s, cal_file, path, yymm);
-    read_member<appt_rec>(s, path, &MemberReader::read_appt, [&s](const appt_rec& rec) {
+int load_appt_month(Shared& s, const QString& yymm, const QString& cal_file) {
+    QByteArray member;
+    const int e = extract_appt_member(s, cal_file, member, yymm);
+    if (e != err::none) return load_result(e, appt_member_name(yymm));
+    read_member<appt_rec>(s, member, &MemberReader::read_appt, [&s](const appt_rec& rec) {
         s.appt_to_cur(rec);
         s.add_appt_row();
     });
+    return err::none;
 }
 
-void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int months_back) {
+int load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int months_back) {
     s.cur.rec_end_len = 2;
     s.rmdr_count = 0;
     s.appt_next = 0;
@@ -175,37 +176,45 @@ void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int month
     // at the last close are still found.
     if (months_back < 4) months_back = 3;
     QDate d = date.addMonths(-months_back);
+    int first_error = err::none;
     for (int i = 1; i <= months_back + 1; ++i) {
-        load_rmdr_month(s, yymm_of(d), cal_file);
+        const int e = load_rmdr_month(s, yymm_of(d), cal_file);
+        if (first_error == err::none) first_error = e;
         d = d.addMonths(1);
     }
+    return first_error;
 }
 
-void load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file) {
-    QString path;
-    extract_rmdr_member(s, cal_file, path, yymm);
-    read_member<rmdr_rec>(s, path, &MemberReader::read_rmdr, [&s](const rmdr_rec& rec) {
+int load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file) {
+    QByteArray member;
+    const int e = extract_rmdr_member(s, cal_file, member, yymm);
+    if (e != err::none) return load_result(e, rmdr_member_name(yymm));
+    read_member<rmdr_rec>(s, member, &MemberReader::read_rmdr, [&s](const rmdr_rec& rec) {
         s.rmdr_to_cur(rec);
         s.add_rmdr_row();
     });
+    return err::none;
 }
 
-void write_appts(Shared& s, const QString& cal_file, int io_mode, int row) {
+int write_appts(Shared& s, const QString& cal_file, int io_mode, int row) {
     Archive::Command command(s.archive, cal_file);
     if (io_mode == rewrite_mode) {
         MonthWriter out(s, cal_file, MemberKind::appointments, rewrite_mode);
         for (int r = 1; r <= row; ++r)
             if (const appt_rec* rec = s.appt_row(r))
-                out.line(appt_yymm(rec->appt_date), appt_line(*rec));
-        return;
+                if (const int e = out.line(appt_yymm(rec->appt_date), appt_line(*rec))) return e;
+        if (const int e = out.finish()) return e;
+        return command.finish();
     }
     const appt_rec* rec = s.appt_row(row);
-    if (!rec) return;
+    if (!rec) return command.finish();
     MonthWriter out(s, cal_file, MemberKind::appointments, append_mode);
-    out.line(appt_yymm(rec->appt_date), appt_line(*rec));
+    if (const int e = out.line(appt_yymm(rec->appt_date), appt_line(*rec))) return e;
+    if (const int e = out.finish()) return e;
+    return command.finish();
 }
 
-void write_occurs(Shared& s, const QString& cal_file) {
+int write_occurs(Shared& s, const QString& cal_file) {
     Archive::Command command(s.archive, cal_file);
     MonthWriter out(s, cal_file, MemberKind::appointments, append_mode);
     for (int r = 1; r <= s.occur_count; ++r) {
@@ -214,91 +223,91 @@ void write_occurs(Shared& s, const QString& cal_file) {
             // A row past the table's limit cannot be read: the writing stops
             // there, and the month it had open is not stored.
             out.abandon();
-            return;
+            return command.finish();
         }
-        out.line(appt_yymm(rec->appt_date), appt_line(*rec));
+        if (const int e = out.line(appt_yymm(rec->appt_date), appt_line(*rec))) return e;
     }
+    if (const int e = out.finish()) return e;
+    return command.finish();
 }
 
-void save_rmdrs(Shared& s, int io_mode, const QString& cal_file) {
+int save_rmdrs(Shared& s, int io_mode, const QString& cal_file) {
     if (io_mode != rewrite_mode) {
-        if (const rmdr_rec* last = s.rmdr_row(s.rmdr_count)) append_rmdr_line(s, cal_file, *last);
-        return;
+        if (const rmdr_rec* last = s.rmdr_row(s.rmdr_count))
+            return append_rmdr_line(s, cal_file, *last);
+        return err::none;
     }
     Archive::Command command(s.archive, cal_file);
     MonthWriter out(s, cal_file, MemberKind::reminders, rewrite_mode);
     for (int r = 1; r <= s.rmdr_count; ++r)
         if (const rmdr_rec* rec = s.rmdr_row(r))
-            out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec));
+            if (const int e = out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec))) return e;
+    if (const int e = out.finish()) return e;
+    return command.finish();
 }
 
-void append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r) {
+int append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r) {
+    Archive::Command command(s.archive, cal_file);
     MonthWriter out(s, cal_file, MemberKind::reminders, append_mode);
-    out.line(rmdr_yymm(r.rmdr_date), rmdr_line(r));
+    if (const int e = out.line(rmdr_yymm(r.rmdr_date), rmdr_line(r))) return e;
+    if (const int e = out.finish()) return e;
+    return command.finish();
 }
 
-void append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last) {
+int append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last) {
     Archive::Command command(s.archive, cal_file);
     MonthWriter out(s, cal_file, MemberKind::reminders, append_mode);
     for (int r = first; r <= last; ++r)
         if (const rmdr_rec* rec = s.rmdr_row(r))
-            out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec));
+            if (const int e = out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec))) return e;
+    if (const int e = out.finish()) return e;
+    return command.finish();
 }
 
 int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QString& yymm,
-                  const QString& key) {
+                  const QString& key, int* kept_out) {
+    if (kept_out) *kept_out = 0;
     const bool appts = kind == MemberKind::appointments;
-    QString path;
-    const int extracted = appts ? extract_appt_member(s, cal_file, path, yymm)
-                                : extract_rmdr_member(s, cal_file, path, yymm);
-    // A member that could not be read must not be taken for an empty one:
-    // the rewrite below would remove it with every line it holds.
-    if (extracted != err::none) {
-        QFile::remove(path);
-        return 0;
-    }
+    const QString name = member_of(kind, yymm);
+    QByteArray member;
+    s.archive.clear_error();
+    const int got = s.archive.get(cal_file, name, member);
+    // A missing month has nothing to delete. One that could not be read must
+    // not be taken for an empty one: the rewrite would remove every line it
+    // holds.
+    if (got == err::not_found) return err::none;
+    if (got != err::none) return got;
 
-    QTemporaryFile temp(s.loose(QStringLiteral("orvaXXXXXX.tmp")));
-    temp.open();
-
+    QBuffer buf;
+    buf.setData(member);
+    buf.open(QIODevice::ReadOnly);
+    MemberReader in(buf);
     const Fixed<12> id(key);
-    int kept = 0;
-    QFile f(path);
-    if (f.open(QIODevice::ReadOnly)) {
-        MemberReader in(f);
-        QByteArray rec_end;
-        while (!in.at_end()) {
-            yield_events();
-            QByteArray line;
-            if (appts) {
-                appt_rec rec;
-                in.read_appt(rec, rec_end, s.cur.rec_end_len);
-                if (rec.appt_id == id) continue;
-                line = appt_line(rec);
-            } else {
-                rmdr_rec rec;
-                in.read_rmdr(rec, rec_end, s.cur.rec_end_len);
-                if (rec.rmdr_id == id) continue;
-                line = rmdr_line(rec);
-            }
-            temp.write(line);
-            temp.write(line_end, line_end_len);
-            ++kept;
+    QByteArray out;
+    out.reserve(member.size());
+    int kept = 0, lines = 0;
+    QByteArray rec_end;
+    while (!in.at_end()) {
+        ++lines;
+        yield_events();
+        if (appts) {
+            appt_rec rec;
+            in.read_appt(rec, rec_end, s.cur.rec_end_len);
+            if (rec.appt_id == id) continue;
+            out += appt_line(rec);
+        } else {
+            rmdr_rec rec;
+            in.read_rmdr(rec, rec_end, s.cur.rec_end_len);
+            if (rec.rmdr_id == id) continue;
+            out += rmdr_line(rec);
         }
-        f.close();
+        out.append(line_end, line_end_len);
+        ++kept;
     }
-    temp.close();
-    QFile::remove(path);
-
-    if (kept == 0) {
-        // A month's member disappears with its last line.
-        s.archive.run(cal_file, path, Archive::remove);
-    } else {
-        QFile::copy(temp.fileName(), path);
-        s.archive.run(cal_file, path, Archive::add);
-        QFile::remove(path);
-    }
-    return kept;
+    if (kept_out) *kept_out = kept;
+    if (kept == lines && kept > 0) return err::none; // no line of the key: nothing changes
+    // A month's member disappears with its last line.
+    return kept == 0 ? s.archive.drop(cal_file, name) : s.archive.put(cal_file, name, out);
 }
 
 void new_calendar(Shared& s, const CalendarHooks& h) {
@@ -314,34 +323,49 @@ void new_calendar(Shared& s, const CalendarHooks& h) {
     if (!shown.isValid()) shown = today();
     const QString yymm = QStringLiteral("%1").arg((shown.year() % 100) * 100 + shown.month(), 4, 10,
                                                   QLatin1Char('0'));
-    // The stub's loose copy stands in app_path like every other member, so it
-    // can never stand on a file of the user's beside the calendar.
     const QString base = QFileInfo(chosen.left(chosen.size() - 4)).fileName();
-    const QString stub = s.loose(base + yymm + QStringLiteral(".cal"));
+    const QString stub = base + yymm + QStringLiteral(".cal");
 
     s.archive.clear_error();
-    if (s.archive.run(chosen, stub, Archive::extract) == 0) {
+    QByteArray ignored;
+    if (s.archive.get(chosen, stub, ignored) == 0) {
         modal().message(QStringLiteral("Cannot create new Calendar  ' ") + chosen +
                             QStringLiteral("  '  already exists! "),
                         MsgStyle::Warning);
-        QFile::remove(stub);
         return;
     }
-    // The stub and the options member the rebuild saves land together.
-    Archive::Command command(s.archive, chosen);
-    {
-        QFile f(stub);
-        f.open(QIODevice::WriteOnly | QIODevice::NewOnly);
-    }
-    s.archive.run(chosen, stub, Archive::add);
-    QFile::remove(stub);
 
-    if (h.enable_delete) h.enable_delete(true);
-    s.cal_path = chosen;
-    s.cur_date = today();
+    const QString old_path = s.cal_path;
+    const QDate old_date = s.cur_date;
+    const bool old_read_only = s.cal_read_only;
+    // The stub and the options member the rebuild saves land together, or
+    // neither does and no file is left where there was none.
+    Archive::Command command(s.archive, chosen);
+    int e = s.archive.put(chosen, stub, QByteArray());
+    if (e == err::none) {
+        if (h.enable_delete) h.enable_delete(true);
+        s.cal_path = chosen;
+        s.cal_read_only = false;
+        s.cur_date = today();
+        call(h.reset_counters);
+        s.clear_days();
+        s.clear_appts();
+        call(h.rebuild_view);
+    }
+    const int committed = command.finish();
+    if (e == err::none) e = committed;
+    if (e == err::none) return;
+
+    modal().message(couldnt_create_text(chosen) + QString::number(e), MsgStyle::Critical);
+    if (s.cal_path != chosen) return;
+    // Back to the calendar that was open, as the file never changed.
+    s.cal_path = old_path;
+    s.cur_date = old_date;
+    s.cal_read_only = old_read_only;
+    if (h.enable_delete) h.enable_delete(!old_path.isEmpty());
     call(h.reset_counters);
-    s.clear_days();
-    s.clear_appts();
+    (void)load_appts(s, s.cur_date, s.cal_path, 0);
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     call(h.rebuild_view);
 }
 
@@ -361,16 +385,17 @@ void open_calendar(Shared& s, const CalendarHooks& h) {
 
     s.cal_path = chosen;
     s.cur_date = today();
-    // Options repaired or defaulted on open are written in one go.
-    Archive::Command command(s.archive, chosen);
+    s.cal_read_only = s.archive.check_writable(s.cal_path) != err::none;
     call(h.load_options);
     call(h.reset_counters);
     s.clear_days();
     s.clear_appts();
     if (h.enable_delete) h.enable_delete(true);
-    load_appts(s, s.cur_date, s.cal_path, 0);
-    load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    // A month that cannot be read shows empty; the log tells which.
+    (void)load_appts(s, s.cur_date, s.cal_path, 0);
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     call(h.rebuild_view);
+    if (s.cal_read_only) modal().message(cannot_write_text(s.cal_path), MsgStyle::Warning);
 }
 
 void delete_calendar(Shared& s, const CalendarHooks& h) {
@@ -384,17 +409,40 @@ void delete_calendar(Shared& s, const CalendarHooks& h) {
                            MsgStyle::Question) != Answer::Yes)
         return;
 
+    // Closing folds the write-ahead log back into the file and removes it.
     s.archive.close(s.cal_path);
-    QFile::remove(s.cal_path);
+    QFile file(s.cal_path);
+    if (file.exists() && !file.remove()) {
+        qCWarning(lcStore) << "cannot delete" << s.cal_path << file.errorString();
+        modal().message(couldnt_delete_calendar_text(s.cal_path), MsgStyle::Critical);
+        return;
+    }
+    for (const char* suffix : {"-wal", "-shm"})
+        QFile::remove(s.cal_path + QLatin1String(suffix));
     if (h.enable_delete) h.enable_delete(false);
     s.cur_date = today();
     s.clear_days();
     s.cal_path.clear();
+    s.cal_read_only = false;
     call(h.reset_counters);
     s.clear_appts();
     s.appt_count = 0;
     s.appt_next = 0;
     call(h.rebuild_view);
+}
+
+QString cannot_write_text(const QString& cal_file) {
+    return QStringLiteral("The Calendar ") + cal_file +
+           QStringLiteral(" cannot be written.  Changes you make will not be saved.");
+}
+
+QString couldnt_create_text(const QString& cal_file) {
+    return QStringLiteral("Couldn't create new Calendar  ' ") + cal_file +
+           QStringLiteral("  '.  Nothing was saved.  Error Number : ");
+}
+
+QString couldnt_delete_calendar_text(const QString& cal_file) {
+    return QStringLiteral("Couldn't delete the Calendar - ") + cal_file;
 }
 
 } // namespace orva

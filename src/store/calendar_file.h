@@ -8,54 +8,59 @@
 
 namespace orva {
 
-// Month members of a calendar file. Nothing is changed inside the archive in
-// place: a member is extracted to a loose copy in app_path, read or changed
-// there as 8-bit text, added back, and the loose copy deleted. Every routine
-// runs with errors passed over; only the ones noted report.
+// Month members of a calendar file. A member is read whole into memory,
+// changed there and stored back whole, inside the command's transaction; no
+// copy of it ever touches the disk on the way.
+//
+// Every routine returns 0 or the error number of its first failed step (see
+// errors.h); 53 from a read only means the month has no member, which is no
+// failure. Inside an Archive::Command a failed step has already failed the
+// whole command, so a caller may stop at once.
 
-// Member names, "c" + yymm + ".cal" and "r" + yymm + ".rmd"; the loose copy of
-// a member is Shared::loose(name).
+// Member names, "c" + yymm + ".cal" and "r" + yymm + ".rmd".
 QString appt_member_name(const QString& yymm);
 QString rmdr_member_name(const QString& yymm);
 
-// Forms the loose path, deletes a file left there from before, and extracts
-// the member to it. Returns the archive's error number (53: no such member).
-int extract_appt_member(Shared& s, const QString& cal_file, QString& loose_path,
-                        const QString& yymm);
-// The same for reminders, except that it deletes nothing first.
-int extract_rmdr_member(Shared& s, const QString& cal_file, QString& loose_path,
-                        const QString& yymm);
+// The bytes of the month's member. 53: no such member (bytes empty).
+[[nodiscard]] int extract_appt_member(Shared& s, const QString& cal_file, QByteArray& member,
+                                      const QString& yymm);
+[[nodiscard]] int extract_rmdr_member(Shared& s, const QString& cal_file, QByteArray& member,
+                                      const QString& yymm);
 
 // Fills appt_tbl from the member of date's month and the extra_months after.
-void load_appts(Shared& s, const QDate& date, const QString& cal_file, int extra_months);
-void load_appt_month(Shared& s, const QString& yymm, const QString& cal_file);
+// A month that cannot be read is left out; the first such error is returned.
+[[nodiscard]] int load_appts(Shared& s, const QDate& date, const QString& cal_file,
+                             int extra_months);
+[[nodiscard]] int load_appt_month(Shared& s, const QString& yymm, const QString& cal_file);
 // Fills rmdr_tbl from earlier months up to date's month: months_back below 4
 // reads the three months before and date's own; otherwise months_back before.
-void load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int months_back);
-void load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file);
+[[nodiscard]] int load_rmdrs(Shared& s, const QDate& date, const QString& cal_file,
+                             int months_back);
+[[nodiscard]] int load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file);
 
 // io_mode 8 appends row `row` of appt_tbl to its member; 2 rewrites the
 // members of rows 1..row, which must stand together by month.
-void write_appts(Shared& s, const QString& cal_file, int io_mode, int row);
+[[nodiscard]] int write_appts(Shared& s, const QString& cal_file, int io_mode, int row);
 // Appends rows 1..occur_count of occur_tbl to their members. A count past the
 // table's limit stops the writing at the first missing row; the month then
 // open is left as it was.
-void write_occurs(Shared& s, const QString& cal_file);
+[[nodiscard]] int write_occurs(Shared& s, const QString& cal_file);
 // io_mode 2 rewrites the members of every row of rmdr_tbl; any other value
 // appends the last row.
-void save_rmdrs(Shared& s, int io_mode, const QString& cal_file);
+[[nodiscard]] int save_rmdrs(Shared& s, int io_mode, const QString& cal_file);
 // Appends one reminder line to the member of its rmdr_date.
-void append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r);
-// Appends rows first..last of rmdr_tbl to their members, one extract and add
+[[nodiscard]] int append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r);
+// Appends rows first..last of rmdr_tbl to their members, one read and store
 // per run of rows of the same month; rows past the table's limit are passed
 // over.
-void append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last);
+[[nodiscard]] int append_rmdr_rows(Shared& s, const QString& cal_file, int first, int last);
 
 enum class MemberKind { appointments, reminders };
 // Rewrites one month's member without the lines whose id is `key`; a member
-// with no line left is removed from the archive. Returns the lines kept.
-int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QString& yymm,
-                  const QString& key);
+// with no line left is removed from the archive, a missing one is left
+// missing. `kept`, when given, receives the number of lines kept.
+[[nodiscard]] int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind,
+                                const QString& yymm, const QString& key, int* kept = nullptr);
 
 // What the File commands need of the rest of the program. A hook that is not
 // set falls away; the command goes on with the next step.
@@ -72,5 +77,12 @@ struct CalendarHooks {
 void new_calendar(Shared& s, const CalendarHooks& h);
 void open_calendar(Shared& s, const CalendarHooks& h);
 void delete_calendar(Shared& s, const CalendarHooks& h);
+
+// What the user is told when a calendar cannot take changes (at start and on
+// open), when File New could not write the new file (the error number
+// follows), and when File Delete could not remove it.
+QString cannot_write_text(const QString& cal_file);
+QString couldnt_create_text(const QString& cal_file);
+QString couldnt_delete_calendar_text(const QString& cal_file);
 
 } // namespace orva

@@ -1111,13 +1111,33 @@ struct GridFile {
     }
 };
 
+QByteArray Grid::save_bytes(GridSave what) const {
+    return GridFile::save(*this, what).toJson(QJsonDocument::Indented);
+}
+
+bool Grid::load_bytes(const QByteArray& bytes, GridSave what) {
+    QJsonParseError pe{};
+    const QJsonDocument doc = QJsonDocument::fromJson(bytes, &pe);
+    State next;
+    int top_row = 0;
+    if (pe.error != QJsonParseError::NoError || !GridFile::load(doc, *this, what, next, top_row)) {
+        fail(err::bad_file);
+        return false;
+    }
+    s_ = std::move(next);
+    top_row_ = std::clamp(top_row, 0, std::max(s_.rows - 1, 0));
+    ++scroll_serial_;
+    touch();
+    return true;
+}
+
 bool Grid::SaveGrid(const QString& path, GridSave what) const {
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly)) {
         fail(err::bad_file);
         return false;
     }
-    f.write(GridFile::save(*this, what).toJson(QJsonDocument::Indented));
+    f.write(save_bytes(what));
     if (!f.commit()) {
         fail(err::io);
         return false;
@@ -1135,19 +1155,7 @@ bool Grid::LoadGrid(const QString& path, GridSave what) {
         fail(err::bad_file);
         return false;
     }
-    QJsonParseError pe{};
-    const QJsonDocument doc = QJsonDocument::fromJson(f.readAll(), &pe);
-    State next;
-    int top_row = 0;
-    if (pe.error != QJsonParseError::NoError || !GridFile::load(doc, *this, what, next, top_row)) {
-        fail(err::bad_file);
-        return false;
-    }
-    s_ = std::move(next);
-    top_row_ = std::clamp(top_row, 0, std::max(s_.rows - 1, 0));
-    ++scroll_serial_;
-    touch();
-    return true;
+    return load_bytes(f.readAll(), what);
 }
 
 } // namespace orva

@@ -275,6 +275,11 @@ class Grid {
     // texts and data; Format the size and everything else.
     bool SaveGrid(const QString& path, GridSave what = GridSave::All) const;
     bool LoadGrid(const QString& path, GridSave what = GridSave::All);
+    // The same form as bytes in memory, for a grid kept as a member of the
+    // calendar file. load_bytes of damaged bytes sets err::bad_file and
+    // leaves the grid as it was.
+    QByteArray save_bytes(GridSave what = GridSave::All) const;
+    bool load_bytes(const QByteArray& bytes, GridSave what = GridSave::All);
     static constexpr int file_version = 1;
 
     // --- errors ---------------------------------------------------------

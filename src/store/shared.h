@@ -11,14 +11,12 @@ namespace orva {
 // application folder. Forms talk through these, not through arguments. One
 // instance lives for the process; tests make their own.
 struct Shared : Tables {
-    QString app_path;       // the per-user data folder; loose copies live here
-    QString cal_path;       // the open calendar file; empty when none is open
-    QDate tick_date;        // the date seen by the last tick
-    QString rmdr_temp_path; // loose copy of the reminder member being worked on
+    QString app_path; // the per-user data folder
+    QString cal_path; // the open calendar file; empty when none is open
+    QDate tick_date;  // the date seen by the last tick
+    // The open calendar cannot take changes, and the user has been told so.
+    bool cal_read_only = false;
     Archive archive;
-
-    // app_path + "/" + name
-    QString loose(const QString& name) const;
 };
 
 } // namespace orva

@@ -645,8 +645,19 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
         if (col + 2 < g.Cols()) g.setColHidden(col + 2, false);
         size_sched_cols(s);
 
-        write_appts(s, s.cal_path, 8, index);
-        load_appts(s, s.cur_date, s.cal_path, 0);
+        {
+            Archive::Command command(s.archive, s.cal_path);
+            int e = write_appts(s, s.cal_path, 8, index);
+            if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
+            command.abort(e);
+            if (command.finish() != err::none) {
+                // The block painted while the file was written goes with the
+                // rebuild: the day shows what the file holds.
+                s.new_appt = false;
+                report_failed_update(s);
+                return;
+            }
+        }
         int at_row = row, at_col = col;
         refill_after_quick(s, id, at_row, at_col);
         g.Select(at_row, at_col);

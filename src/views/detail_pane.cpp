@@ -1,5 +1,6 @@
 #include "views/detail_pane.h"
 
+#include "appointments/saving.h"
 #include "shell/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
@@ -23,7 +24,6 @@ const QString add_first_text = QStringLiteral("Add an appointment first!");
 const QString notes_add_first_text = QStringLiteral(" Add an appointment first!");
 const QString use_toolbar_text =
     QStringLiteral(" Click the Edit Appointment button on the toolbar to edit appointments");
-const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 
 QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
@@ -263,7 +263,11 @@ void imgDtlNote_Click(AppState& s) {
     if (rtrim(s.notes_text) != rtrim(before)) {
         // Only this occurrence: the rest of a series keeps its notes.
         a->appt_notes = s.notes_text;
-        write_appts(s, s.cal_path, 2, s.appt_count);
+        if (write_appts(s, s.cal_path, 2, s.appt_count) != err::none) {
+            // The note changed in the table only; the reload takes it back.
+            report_failed_update(s);
+            return;
+        }
         s.ctl(QStringLiteral("rtNotes")).text = rtrim(s.notes_text);
     }
     // Also after Cancel: the words say the dialog has been through, and stay

@@ -39,8 +39,9 @@ Color back_of(const Grid& g, int row, int col) {
 }
 
 void load_month(AppState& s, const QDate& d) {
-    load_appts(s, d, s.cal_path, 0);
-    load_rmdrs(s, d, s.cal_path, 0);
+    // A month that cannot be read shows empty; the log tells which.
+    (void)load_appts(s, d, s.cal_path, 0);
+    (void)load_rmdrs(s, d, s.cal_path, 0);
 }
 
 // The core every date change shares once cur_date is set and its month is in

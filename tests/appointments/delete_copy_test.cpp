@@ -36,7 +36,7 @@ struct DeleteCopy : ::testing::Test {
     // Shows `date` in the day planner and selects the block of entry `id`.
     void select(const QDate& date, const QString& id) {
         s.cur_date = date;
-        load_appts(s, s.cur_date, s.cal_path, 0);
+        EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
         rebuild(s);
         int index = 0;
         for (int r = 1; r <= s.appt_count && index == 0; ++r)
@@ -166,7 +166,8 @@ TEST_F(DeleteCopy, UntilBeforeTheFirstDateWalksExactlyTheFirstDatesMonth) {
     env.add(make_appt("04152026", "K1", "09:00", "Odd, later"));
     QStringList walked;
     s.archive.set_after_write_hook([&](const QString& m) { walked << m; });
-    delete_series(s, QDate(2026, 3, 15), "10:00", "09:00", "K1", "01/01/26", 0, "1 ", "1 ");
+    EXPECT_EQ(
+        delete_series(s, QDate(2026, 3, 15), "10:00", "09:00", "K1", "01/01/26", 0, "1 ", "1 "), 0);
     EXPECT_EQ(walked, QStringList{"c2603.cal"});
     EXPECT_FALSE(env.has_member("c2603.cal"));
     EXPECT_TRUE(env.has_member("c2602.cal"));
@@ -181,17 +182,19 @@ TEST_F(DeleteCopy, MonthlyWalkVisitsEachMonthOnceFromAMonthEnd) {
     }
     QStringList walked;
     s.archive.set_after_write_hook([&](const QString& m) { walked << m; });
-    delete_series(s, QDate(2026, 1, 31), "10:00", "09:00", "M", "04/30/26", 0, "3 ", "1 ");
+    EXPECT_EQ(
+        delete_series(s, QDate(2026, 1, 31), "10:00", "09:00", "M", "04/30/26", 0, "3 ", "1 "), 0);
     EXPECT_EQ(walked, (QStringList{"c2601.cal", "c2602.cal", "c2603.cal", "c2604.cal"}));
     EXPECT_TRUE(env.all_appts().empty());
 }
 
 TEST_F(DeleteCopy, ReminderWalkStartsInTheMonthTheLeadReachesBackTo) {
     rmdr_rec r = make_rmdr("02/28/26", "K1", "23:45");
-    append_rmdr_line(s, s.cal_path, r);
-    append_rmdr_line(s, s.cal_path, make_rmdr("03/01/26", "K2", "08:00"));
-    delete_series_rmdrs(s, QDate(2026, 3, 1), "01:00", "00:15", "K1", "03/01/26", 30, 0, 0, "0 ",
-                        "1 ");
+    EXPECT_EQ(append_rmdr_line(s, s.cal_path, r), 0);
+    EXPECT_EQ(append_rmdr_line(s, s.cal_path, make_rmdr("03/01/26", "K2", "08:00")), 0);
+    EXPECT_EQ(delete_series_rmdrs(s, QDate(2026, 3, 1), "01:00", "00:15", "K1", "03/01/26", 30, 0,
+                                  0, "0 ", "1 "),
+              0);
     EXPECT_FALSE(env.has_member("r2602.rmd"));
     EXPECT_EQ(env.rmdrs_in("2603").size(), 1u);
 }
@@ -357,7 +360,7 @@ TEST_F(DeleteCopy, CopiedAlarmsInThePastAreWrittenAsWaiting) {
 TEST_F(DeleteCopy, CopyWithNoRowGivesCouldntCompleteUpdate) {
     s.appt_copy = true;
     s.edit_index = 0;
-    copy_appt(s, f);
+    EXPECT_EQ(copy_appt(s, f), 0);
     ASSERT_EQ(env.m.messages().size(), 1u);
     EXPECT_EQ(env.m.messages()[0], "Couldn't complete update");
     EXPECT_EQ(env.m.last(u"message")->style, MsgStyle::Critical);

@@ -73,7 +73,8 @@ struct EditorEnv : ViewEnv {
 
     QByteArray member_bytes(const QString& name) {
         QByteArray b;
-        s.archive.get(s.cal_path, name, b);
+        const int e = s.archive.get(s.cal_path, name, b);
+        if (e != 0 && e != 53) ADD_FAILURE() << "reading " << name.toStdString() << " gave " << e;
         return b;
     }
     bool has_member(const QString& name) { return s.archive.members(s.cal_path).contains(name); }
@@ -126,7 +127,7 @@ struct EditorEnv : ViewEnv {
     std::map<QString, QByteArray> snapshot() {
         std::map<QString, QByteArray> out;
         for (const QString& m : s.archive.members(s.cal_path))
-            s.archive.get(s.cal_path, m, out[m]);
+            EXPECT_EQ(s.archive.get(s.cal_path, m, out[m]), 0) << m.toStdString();
         return out;
     }
 };

@@ -41,7 +41,7 @@ struct Saving : ::testing::Test {
     }
     // Opens the entry `id` as shown on cur_date.
     void edit(const QString& id) {
-        load_appts(s, s.cur_date, s.cal_path, 0);
+        EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
         const int r = env.row_of(id);
         ASSERT_NE(r, 0) << id.toStdString();
         env.open_edit(r);
@@ -70,7 +70,7 @@ TEST_F(Saving, TwoEntriesSavedInTheSameSecondShareAKeyAndGoTogether) {
     ASSERT_EQ(rows.size(), 2u);
     EXPECT_EQ(rows[0].appt_id, rows[1].appt_id);
 
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     s.edit_index = 1;
     env.m.answers.push_back(Answer::Yes);
     ASSERT_TRUE(delCmd_Click(s));
@@ -457,8 +457,9 @@ TEST_F(Saving, EditWithNoRowGivesCouldntCompleteUpdateAndStillEnds) {
 
 // --- one command, one transaction -------------------------------------------------
 
-// The edit of a weekly series deletes it from four months and writes it again:
-// a process killed anywhere in between leaves the file as it was.
+// The edit of a weekly series deletes it from four months and writes it again,
+// and the four members reach the file together at the end: a process killed
+// after any of them, even the last, before the commit leaves the file as it was.
 TEST_F(Saving, AKilledEditLeavesTheOldSeriesWhole) {
     save_series(QDate(2026, 3, 3), 2, 0, "06/30/26", "Swim");
     const QString id = id_of_first();
@@ -468,7 +469,7 @@ TEST_F(Saving, AKilledEditLeavesTheOldSeriesWhole) {
     ASSERT_EQ(env.all_appts().size(), 18u);
     s.archive.close(s.cal_path);
 
-    for (int kill_after : {1, 3, 5}) {
+    for (int kill_after : {1, 2, 4}) {
         const pid_t pid = fork();
         if (pid == 0) {
             int writes = 0;

@@ -67,7 +67,7 @@ using ReminderDue = Reminders;
 TEST_F(ReminderDue, ThirtyMinutesBeforeMarchFirstAtQuarterPastMidnightLandsInFebruary) {
     editing(true);
     one_row(with_lead(QStringLiteral("03012026"), QStringLiteral("00:15"), 30, 0));
-    add_rmdr(s, 8, s.cal_path, 1);
+    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
 
     ASSERT_EQ(s.rmdr_count, 1);
     const rmdr_rec& r = *s.rmdr_row(1);
@@ -83,7 +83,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
     editing(false);
     // The start the row carries does not count: the box says untimed.
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    add_rmdr(s, 8, s.cal_path, 1);
+    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "00:00");
 }
@@ -91,7 +91,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
 TEST_F(ReminderDue, TimedBoxCountsFromTheStart) {
     editing(true);
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    add_rmdr(s, 8, s.cal_path, 1);
+    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "14:30");
 }
@@ -230,12 +230,13 @@ using AddRmdr = Reminders;
 
 TEST_F(AddRmdr, OneRowRaisesTheCountAndAppendsToItsMember) {
     editing(true);
-    append_rmdr_line(
-        s, s.cal_path,
-        testing::make_rmdr(QStringLiteral("03/10/26"), QStringLiteral("100915000312")));
+    EXPECT_EQ(append_rmdr_line(
+                  s, s.cal_path,
+                  testing::make_rmdr(QStringLiteral("03/10/26"), QStringLiteral("100915000312"))),
+              0);
     s.rmdr_count = 2;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    add_rmdr(s, 8, s.cal_path, 1);
+    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(3)->rmdr_time.str(), "14:25");
     const QStringList mar = member_lines(s, QStringLiteral("r2603.rmd"));
@@ -247,7 +248,7 @@ TEST_F(AddRmdr, RowsPastTheTableLimitArePassedOverSilently) {
     editing(true);
     s.rmdr_count = rmdr_limit;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    add_rmdr(s, 8, s.cal_path, 1);
+    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, rmdr_limit + 1);
     EXPECT_EQ(s.rmdr_row(rmdr_limit + 1), nullptr);
     EXPECT_TRUE(s.archive.members(s.cal_path).filter(QStringLiteral(".rmd")).isEmpty());
@@ -264,7 +265,7 @@ TEST_F(AddRmdr, RebuildMakesOneRowForEveryAppointmentInView) {
                                QStringLiteral("200002000312"));
     *s.appt_row(3) = with_lead(QStringLiteral("04022026"), QStringLiteral("     "), 2, 2,
                                QStringLiteral("020003000312"));
-    add_rmdr(s, 2, s.cal_path, 0);
+    EXPECT_EQ(add_rmdr(s, 2, s.cal_path, 0), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "02/28/26");
     EXPECT_EQ(s.rmdr_row(2)->rmdr_time.str(), "13:30");
@@ -287,7 +288,7 @@ TEST_F(SeriesRmdrs, AreWrittenMonthByMonthOneMonthEarlierWhereTheLeadCrossesIt) 
     for (int i = 1; i <= 4; ++i)
         *s.occur_row(i) =
             with_lead(QString::fromLatin1(dates[i - 1]), QStringLiteral("00:15"), 30, 0);
-    make_series_rmdrs(s);
+    EXPECT_EQ(make_series_rmdrs(s), 0);
 
     EXPECT_EQ(s.rmdr_count, 7) << "the count is the caller's to reload";
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "02/28/26");
@@ -314,7 +315,7 @@ TEST_F(SeriesRmdrs, OfAnEditMarkTheirPastRowsDelivered) {
     *s.occur_row(1) = with_lead(QStringLiteral("03082026"), QStringLiteral("09:00"), 15, 0);
     *s.occur_row(2) = with_lead(QStringLiteral("03152026"), QStringLiteral("09:20"), 15, 0);
     *s.occur_row(3) = with_lead(QStringLiteral("03152026"), QStringLiteral("09:30"), 15, 0);
-    make_series_rmdrs(s);
+    EXPECT_EQ(make_series_rmdrs(s), 0);
     const QStringList mar = member_lines(s, QStringLiteral("r2603.rmd"));
     ASSERT_EQ(mar.size(), 3);
     EXPECT_EQ(mar[0].mid(116, 1), "T");
@@ -329,7 +330,7 @@ TEST_F(SeriesRmdrs, RowsPastTheTableLimitArePassedOver) {
     for (int i = 1; i <= s.occur_count; ++i)
         *s.occur_row(i) = with_lead(first.addDays(i - 1).toString(QStringLiteral("MMddyyyy")),
                                     QStringLiteral("12:00"), 1, 1);
-    make_series_rmdrs(s);
+    EXPECT_EQ(make_series_rmdrs(s), 0);
     qsizetype lines = 0;
     for (const QString& m : s.archive.members(s.cal_path))
         if (m.endsWith(QStringLiteral(".rmd"))) lines += member_lines(s, m).size();

@@ -41,9 +41,10 @@ class MainWindowTest : public ::testing::Test {
     }
 
     void add_today_reminder(Shared& sh) {
-        append_rmdr_line(
-            sh, sh.cal_path,
-            testing::make_rmdr(QStringLiteral("11/21/26"), QStringLiteral("211000001111")));
+        EXPECT_EQ(append_rmdr_line(sh, sh.cal_path,
+                                   testing::make_rmdr(QStringLiteral("11/21/26"),
+                                                      QStringLiteral("211000001111"))),
+                  0);
     }
 
     QTemporaryDir dir;
@@ -66,7 +67,7 @@ TEST_F(MainWindowTest, RecordWrittenByOneRunIsReadBackByTheNext) {
         s.cur.cur_until = QStringLiteral("11/21/26");
         s.cur.cur_notes = QStringLiteral("Bring the card");
         s.add_appt_row();
-        write_appts(s, s.cal_path, 8, s.appt_count);
+        EXPECT_EQ(write_appts(s, s.cal_path, 8, s.appt_count), 0);
         run->window->close();
         EXPECT_TRUE(run->window->ended());
     }

@@ -4,6 +4,7 @@
 #include "support/fake_window.h"
 #include "support/scripted_modal.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -29,12 +30,7 @@ class OptionsTest : public ::testing::Test {
         Grid g;
         QByteArray bytes;
         EXPECT_EQ(s.archive.get(s.cal_path, options_member, bytes), 0);
-        const QString loose = dir.filePath(QStringLiteral("check.grd"));
-        QFile f(loose);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        f.close();
-        EXPECT_TRUE(g.LoadGrid(loose));
+        EXPECT_TRUE(g.load_bytes(bytes));
         return g;
     }
 
@@ -43,10 +39,7 @@ class OptionsTest : public ::testing::Test {
     void store_row(const QStringList& cells) {
         Grid g(0, int(cells.size()));
         g.AddItem(cells.join(QLatin1Char('\t')));
-        const QString loose = dir.filePath(QStringLiteral("Calopt.tmp"));
-        ASSERT_TRUE(g.SaveGrid(loose));
-        ASSERT_EQ(s.archive.run(s.cal_path, loose, Archive::add), 0);
-        QFile::remove(loose);
+        ASSERT_EQ(s.archive.put(s.cal_path, options_member, g.save_bytes()), 0);
     }
 
     static QStringList full_row() {
@@ -85,7 +78,8 @@ TEST_F(OptionsTest, MissingMemberGivesDefaultsAndSavesThemAtOnce) {
     EXPECT_EQ(g.TextMatrix(0, 5), QStringLiteral("DejaVu Serif"));
     EXPECT_EQ(g.TextMatrix(0, 12), QStringLiteral("11212026"));
     EXPECT_TRUE(m.messages().empty());
-    EXPECT_FALSE(QFile::exists(s.loose(options_member))) << "the loose copy is deleted";
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files).filter(options_member), QStringList())
+        << "no copy of the member is left in the data folder";
 }
 
 TEST_F(OptionsTest, CalendarWithoutOptionsMovesWindowToNinetyPercentOfWorkArea) {

@@ -31,7 +31,7 @@ class StartupTest : public ::testing::Test {
         r.rmdr_fired = fired;
         Shared writer;
         writer.app_path = s.app_path;
-        append_rmdr_line(writer, cal(), r);
+        EXPECT_EQ(append_rmdr_line(writer, cal(), r), 0);
     }
 
     // Starts the program the way the window does, on a fresh shared module.

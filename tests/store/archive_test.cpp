@@ -1,6 +1,7 @@
 #include "store/archive.h"
 
 #include "store_fixtures.h"
+#include "support/io_shim.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,8 +52,8 @@ QStringList query(const QString& file, const char* sql) {
 
 } // namespace
 
-TEST_F(SqliteArchive, AddCreatesTheArchiveWithTheSqlarTable) {
-    EXPECT_EQ(a.run(cal, write_loose("c2603.cal", "line\r\n"), Archive::add), 0);
+TEST_F(SqliteArchive, PutCreatesTheArchiveWithTheSqlarTable) {
+    EXPECT_EQ(a.put(cal, "c2603.cal", "line\r\n"), 0);
     ASSERT_TRUE(QFile::exists(cal));
     EXPECT_EQ(query(cal, "SELECT name || ' ' || type || ' ' || pk FROM pragma_table_info('sqlar')"),
               QStringList({"name TEXT 1", "mode INT 0", "mtime INT 0", "sz INT 0", "data BLOB 0"}));
@@ -60,75 +61,82 @@ TEST_F(SqliteArchive, AddCreatesTheArchiveWithTheSqlarTable) {
     EXPECT_EQ(query(cal, "SELECT name FROM sqlar"), QStringList{"c2603.cal"});
 }
 
-TEST_F(SqliteArchive, MembersAreStoredUncompressedWithTheirSize) {
-    const QByteArray bytes(2000, 'x'); // compressible, yet stored as it stands
-    a.put(cal, "c2603.cal", bytes);
-    EXPECT_EQ(query(cal, "SELECT sz || ' ' || length(data) || ' ' || mode FROM sqlar"),
-              QStringList{"2000 2000 33188"});
+TEST_F(SqliteArchive, MembersAreStoredDeflatedWithTheirOriginalSize) {
+    const QByteArray bytes =
+        QByteArray("0315202603152026 Dentist").leftJustified(475, ' ').repeated(40);
+    ASSERT_EQ(a.put(cal, "c2603.cal", bytes), 0);
+    const QStringList row = query(cal, "SELECT sz || ' ' || length(data) || ' ' || mode FROM sqlar")
+                                .value(0)
+                                .split(' ');
+    ASSERT_EQ(row.size(), 3);
+    EXPECT_EQ(row[0], QString::number(bytes.size()));
+    EXPECT_LT(row[1].toInt(), bytes.size() / 10) << "blank-padded lines deflate many times";
+    EXPECT_EQ(row[2], "33188");
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
+    EXPECT_EQ(got, bytes);
+}
+
+TEST_F(SqliteArchive, MemberThatDoesNotDeflateIsStoredAsItStands) {
+    const QByteArray bytes = "x";
+    ASSERT_EQ(a.put(cal, "c2603.cal", bytes), 0);
+    EXPECT_EQ(query(cal, "SELECT sz || ' ' || length(data) FROM sqlar"), QStringList{"1 1"});
 }
 
 TEST_F(SqliteArchive, EmptyMemberIsAZeroLengthBlobNotNull) {
-    a.put(cal, "work2603.cal", {});
+    ASSERT_EQ(a.put(cal, "work2603.cal", {}), 0);
     EXPECT_EQ(query(cal, "SELECT typeof(data) || ' ' || sz FROM sqlar"), QStringList{"blob 0"});
     QByteArray got("junk");
     EXPECT_EQ(a.get(cal, "work2603.cal", got), 0);
     EXPECT_TRUE(got.isEmpty());
 }
 
-TEST_F(SqliteArchive, ExtractWritesTheMemberOverTheLooseFile) {
-    a.put(cal, "c2603.cal", "fresh");
-    const QString loose = write_loose("c2603.cal", "stale and longer");
-    EXPECT_EQ(a.run(cal, loose, Archive::extract), 0);
-    EXPECT_EQ(read(loose), "fresh");
-}
-
-TEST_F(SqliteArchive, ExtractFromAMissingArchiveGives53AndCreatesNothing) {
-    const QString loose = dir.filePath("c2603.cal");
-    EXPECT_EQ(a.run(cal, loose, Archive::extract), 53);
+TEST_F(SqliteArchive, GetFromAMissingArchiveGives53AndCreatesNothing) {
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 53);
     EXPECT_EQ(a.error(), 53);
     EXPECT_FALSE(QFile::exists(cal));
-    EXPECT_FALSE(QFile::exists(loose));
 }
 
-TEST_F(SqliteArchive, ExtractOfAMissingMemberGives53AndLeavesNoLooseFile) {
-    a.put(cal, "c2603.cal", "x");
-    const QString loose = dir.filePath("c2604.cal");
-    EXPECT_EQ(a.run(cal, loose, Archive::extract), 53);
-    EXPECT_FALSE(QFile::exists(loose));
+TEST_F(SqliteArchive, GetOfAMissingMemberGives53) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
+    QByteArray got("junk");
+    EXPECT_EQ(a.get(cal, "c2604.cal", got), 53);
+    EXPECT_TRUE(got.isEmpty());
 }
 
 TEST_F(SqliteArchive, ErrorStaysUntilCleared) {
-    a.run(cal, dir.filePath("c2603.cal"), Archive::extract);
-    a.put(cal, "c2603.cal", "x");
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 53);
+    ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
     EXPECT_EQ(a.error(), 53);
     a.clear_error();
     EXPECT_EQ(a.error(), 0);
 }
 
-TEST_F(SqliteArchive, AddReplacesAMemberOfTheSameName) {
-    a.run(cal, write_loose("c2603.cal", "old"), Archive::add);
-    a.run(cal, write_loose("c2603.cal", "new"), Archive::add);
+TEST_F(SqliteArchive, PutReplacesAMemberOfTheSameName) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "old"), 0);
+    ASSERT_EQ(a.put(cal, "c2603.cal", "new"), 0);
     QByteArray got;
     EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
     EXPECT_EQ(got, "new");
     EXPECT_EQ(a.members(cal), QStringList{"c2603.cal"});
 }
 
-TEST_F(SqliteArchive, AddOfAMissingFileGives53) {
-    EXPECT_EQ(a.run(cal, dir.filePath("nothing.cal"), Archive::add), 53);
-    EXPECT_FALSE(QFile::exists(cal));
+TEST_F(SqliteArchive, PutWithNoFileNameGives52) {
+    EXPECT_EQ(a.put(QString(), "c2603.cal", "x"), 52);
 }
 
-TEST_F(SqliteArchive, RemoveDeletesTheMember) {
-    a.put(cal, "c2603.cal", "x");
-    a.put(cal, "r2603.rmd", "y");
-    EXPECT_EQ(a.run(cal, dir.filePath("c2603.cal"), Archive::remove), 0);
+TEST_F(SqliteArchive, DropDeletesTheMember) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
+    ASSERT_EQ(a.put(cal, "r2603.rmd", "y"), 0);
+    EXPECT_EQ(a.drop(cal, "c2603.cal"), 0);
     EXPECT_EQ(a.members(cal), QStringList{"r2603.rmd"});
 }
 
-TEST_F(SqliteArchive, RemoveOfAMissingMemberGives53) {
-    a.put(cal, "c2603.cal", "x");
-    EXPECT_EQ(a.run(cal, dir.filePath("c2604.cal"), Archive::remove), 53);
+TEST_F(SqliteArchive, DropOfAMissingMemberGives53) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
+    EXPECT_EQ(a.drop(cal, "c2604.cal"), 53);
     EXPECT_EQ(a.drop(dir.filePath("none.cal"), "c2603.cal"), 53);
     EXPECT_FALSE(QFile::exists(dir.filePath("none.cal")));
 }
@@ -137,12 +145,22 @@ TEST_F(SqliteArchive, FileThatIsNoArchiveGives75AndIsLeftAlone) {
     write_loose("work.cal", QByteArray("this is a letter, not a calendar\n").repeated(200));
     const QByteArray before = read(cal);
     EXPECT_EQ(a.put(cal, "c2603.cal", "x"), 75);
-    EXPECT_EQ(a.run(cal, dir.filePath("c2603.cal"), Archive::extract), 75);
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 75);
+    {
+        Archive::Command cmd(a, cal);
+        EXPECT_EQ(a.put(cal, "c2603.cal", "x"), 75) << "a command on it refuses every write";
+        EXPECT_EQ(cmd.finish(), 75);
+    }
     EXPECT_EQ(read(cal), before);
 }
 
 TEST_F(SqliteArchive, DamagedArchiveFailsQuickCheckWith75) {
-    a.put(cal, "c2603.cal", QByteArray(20000, 'x'));
+    // Bytes that do not deflate, so the member spans several pages.
+    QByteArray noise(20000, '\0');
+    for (int i = 0; i < noise.size(); ++i)
+        noise[i] = char((i * 7919 + i / 13) & 0xFF);
+    ASSERT_EQ(a.put(cal, "c2603.cal", noise), 0);
     a.close(cal);
     QByteArray bytes = read(cal);
     // Scribble over the second page, the root of the member table's b-tree.
@@ -156,7 +174,7 @@ TEST_F(SqliteArchive, DamagedArchiveFailsQuickCheckWith75) {
 }
 
 TEST_F(SqliteArchive, DeletedFileIsNotReadThroughTheCachedConnection) {
-    a.put(cal, "c2603.cal", "x");
+    ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
     QFile::remove(cal);
     QByteArray got;
     EXPECT_EQ(a.get(cal, "c2603.cal", got), 53);
@@ -164,37 +182,105 @@ TEST_F(SqliteArchive, DeletedFileIsNotReadThroughTheCachedConnection) {
 }
 
 TEST_F(SqliteArchive, CommandKeepsItsWritesFromOthersUntilItEnds) {
-    a.put(cal, "c2603.cal", "before");
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
     Archive other;
     QByteArray got;
     {
         Archive::Command cmd(a, cal);
-        a.put(cal, "c2603.cal", "during");
-        a.put(cal, "c2604.cal", "new");
+        EXPECT_EQ(a.put(cal, "c2603.cal", "during"), 0);
+        EXPECT_EQ(a.put(cal, "c2604.cal", "new"), 0);
         EXPECT_EQ(other.get(cal, "c2603.cal", got), 0);
         EXPECT_EQ(got, "before");
         EXPECT_EQ(other.get(cal, "c2604.cal", got), 53);
+        EXPECT_EQ(cmd.finish(), 0);
     }
     EXPECT_EQ(other.get(cal, "c2603.cal", got), 0);
     EXPECT_EQ(got, "during");
     EXPECT_EQ(other.get(cal, "c2604.cal", got), 0);
 }
 
+TEST_F(SqliteArchive, CommandReadsBackWhatItHasWrittenAndDropped) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
+    ASSERT_EQ(a.put(cal, "c2605.cal", "old"), 0);
+    Archive::Command cmd(a, cal);
+    ASSERT_EQ(a.put(cal, "c2603.cal", "during"), 0);
+    ASSERT_EQ(a.put(cal, "c2604.cal", "new"), 0);
+    ASSERT_EQ(a.drop(cal, "c2605.cal"), 0);
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
+    EXPECT_EQ(got, "during");
+    EXPECT_EQ(a.get(cal, "c2605.cal", got), 53);
+    EXPECT_EQ(a.drop(cal, "c2605.cal"), 53);
+    EXPECT_EQ(a.members(cal), QStringList({"c2603.cal", "c2604.cal"}));
+    EXPECT_EQ(cmd.finish(), 0);
+}
+
 TEST_F(SqliteArchive, NestedCommandJoinsTheOuterTransaction) {
-    a.put(cal, "c2603.cal", "before");
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
     Archive other;
     QByteArray got;
     {
         Archive::Command outer(a, cal);
         {
             Archive::Command inner(a, cal);
-            a.put(cal, "c2603.cal", "inner");
+            ASSERT_EQ(a.put(cal, "c2603.cal", "inner"), 0);
+            EXPECT_EQ(inner.finish(), 0);
         }
         EXPECT_EQ(other.get(cal, "c2603.cal", got), 0);
         EXPECT_EQ(got, "before") << "the inner command must not commit on its own";
+        EXPECT_EQ(outer.finish(), 0);
     }
     EXPECT_EQ(other.get(cal, "c2603.cal", got), 0);
     EXPECT_EQ(got, "inner");
+}
+
+TEST_F(SqliteArchive, AbortedCommandLeavesTheFileByteForByte) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
+    a.close(cal);
+    const QByteArray file_before = read(cal);
+    {
+        Archive::Command cmd(a, cal);
+        ASSERT_EQ(a.put(cal, "c2603.cal", "during"), 0);
+        ASSERT_EQ(a.put(cal, "c2604.cal", "new"), 0);
+        cmd.abort(57);
+        EXPECT_EQ(a.put(cal, "c2605.cal", "later"), 57) << "a failed command refuses writes";
+        EXPECT_EQ(a.command_error(cal), 57);
+        EXPECT_EQ(cmd.finish(), 57);
+    }
+    EXPECT_EQ(a.command_error(cal), 0);
+    a.close(cal);
+    EXPECT_EQ(read(cal), file_before);
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
+    EXPECT_EQ(got, "before");
+    EXPECT_EQ(a.members(cal), QStringList{"c2603.cal"});
+}
+
+TEST_F(SqliteArchive, FailedInnerCommandFailsTheOuterOne) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
+    Archive::Command outer(a, cal);
+    {
+        Archive::Command inner(a, cal);
+        ASSERT_EQ(a.put(cal, "c2603.cal", "inner"), 0);
+        inner.abort(61);
+        EXPECT_EQ(inner.finish(), 61);
+    }
+    EXPECT_EQ(a.put(cal, "c2604.cal", "x"), 61);
+    EXPECT_EQ(outer.finish(), 61);
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
+    EXPECT_EQ(got, "before");
+}
+
+TEST_F(SqliteArchive, FailedCommandRemovesTheFileItCreated) {
+    {
+        Archive::Command cmd(a, cal);
+        ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
+        cmd.abort(61);
+        EXPECT_EQ(cmd.finish(), 61);
+    }
+    EXPECT_FALSE(QFile::exists(cal));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
 }
 
 TEST_F(SqliteArchive, CommandOnAMissingFileCreatesItOnlyWhenAMemberIsAdded) {
@@ -202,46 +288,101 @@ TEST_F(SqliteArchive, CommandOnAMissingFileCreatesItOnlyWhenAMemberIsAdded) {
         Archive::Command cmd(a, cal);
         QByteArray got;
         EXPECT_EQ(a.get(cal, "c2603.cal", got), 53);
+        EXPECT_EQ(cmd.finish(), 0);
     }
     EXPECT_FALSE(QFile::exists(cal));
     {
         Archive::Command cmd(a, cal);
-        a.put(cal, "c2603.cal", "x");
+        ASSERT_EQ(a.put(cal, "c2603.cal", "x"), 0);
+        EXPECT_EQ(cmd.finish(), 0);
     }
     Archive other;
     EXPECT_EQ(other.members(cal), QStringList{"c2603.cal"});
 }
 
+TEST_F(SqliteArchive, CommandThatFindsTheWriteLockTakenFailsWholeAfterTheTimeout) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open_v2(QFile::encodeName(cal).constData(), &holder, SQLITE_OPEN_READWRITE,
+                              nullptr),
+              SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    a.set_busy_timeout_ms(50);
+    {
+        Archive::Command cmd(a, cal);
+        EXPECT_EQ(a.put(cal, "c2603.cal", "during"), 70);
+        EXPECT_EQ(a.put(cal, "c2604.cal", "new"), 70);
+        EXPECT_EQ(cmd.finish(), 70);
+    }
+    sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(holder);
+    QByteArray got;
+    EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
+    EXPECT_EQ(got, "before");
+    EXPECT_EQ(a.members(cal), QStringList{"c2603.cal"}) << "no part of it was written";
+}
+
+TEST_F(SqliteArchive, FileOpenedReadOnlyIsFoundUnwritable) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
+    EXPECT_EQ(a.check_writable(cal), 0);
+    a.close(cal);
+    orva::testing::IoShim& io = orva::testing::IoShim::install();
+    io.set_read_only_path(cal);
+    Archive ro;
+    EXPECT_EQ(ro.check_writable(cal), 70);
+    {
+        Archive::Command cmd(ro, cal);
+        EXPECT_EQ(ro.put(cal, "c2603.cal", "during"), 70);
+        EXPECT_EQ(cmd.finish(), 70);
+    }
+    QByteArray got;
+    EXPECT_EQ(ro.get(cal, "c2603.cal", got), 0) << "reading still works";
+    EXPECT_EQ(got, "before");
+    io.set_read_only_path(QString());
+}
+
+TEST_F(SqliteArchive, MissingFileInAWritableFolderIsWritable) {
+    EXPECT_EQ(a.check_writable(cal), 0);
+    EXPECT_FALSE(QFile::exists(cal));
+    EXPECT_EQ(a.check_writable(QString()), 52);
+}
+
 TEST_F(SqliteArchive, AfterWriteHookRunsOnlyInsideACommand) {
     QStringList seen;
     a.set_after_write_hook([&](const QString& m) { seen << m; });
-    a.put(cal, "c2601.cal", "x");
+    ASSERT_EQ(a.put(cal, "c2601.cal", "x"), 0);
+    EXPECT_EQ(seen, QStringList{"c2601.cal"});
+    seen.clear();
     {
         Archive::Command cmd(a, cal);
-        a.put(cal, "c2602.cal", "x");
-        a.drop(cal, "c2601.cal");
+        ASSERT_EQ(a.put(cal, "c2602.cal", "x"), 0);
+        ASSERT_EQ(a.drop(cal, "c2601.cal"), 0);
+        EXPECT_TRUE(seen.isEmpty()) << "held in memory until the command finishes";
+        EXPECT_EQ(cmd.finish(), 0);
     }
-    EXPECT_EQ(seen, QStringList({"c2602.cal", "c2601.cal"}));
+    EXPECT_EQ(seen, QStringList({"c2601.cal", "c2602.cal"}));
 }
 
 TEST_F(SqliteArchive, CloseDropsAnOpenCommandsWrites) {
-    a.put(cal, "c2603.cal", "before");
+    ASSERT_EQ(a.put(cal, "c2603.cal", "before"), 0);
     {
         Archive::Command cmd(a, cal);
-        a.put(cal, "c2603.cal", "during");
+        ASSERT_EQ(a.put(cal, "c2603.cal", "during"), 0);
         a.close(cal);
+        cmd.abort(57);
     }
     Archive other;
     QByteArray got;
-    other.get(cal, "c2603.cal", got);
+    EXPECT_EQ(other.get(cal, "c2603.cal", got), 0);
     EXPECT_EQ(got, "before");
 }
 
 TEST_F(SqliteArchive, SqliteShellListsAndExtractsTheMembers) {
     const QString shell = QStandardPaths::findExecutable("sqlite3");
     if (shell.isEmpty()) GTEST_SKIP() << "no sqlite3 shell on this machine";
-    a.put(cal, "c2603.cal", "appointments\r\n");
-    a.put(cal, "r2603.rmd", "reminders\r\n");
+    const QByteArray month = QByteArray("appointments").leftJustified(475, ' ').repeated(30);
+    ASSERT_EQ(a.put(cal, "c2603.cal", month), 0);
+    ASSERT_EQ(a.put(cal, "r2603.rmd", "reminders\r\n"), 0);
     a.close(cal);
 
     QProcess list;
@@ -255,7 +396,7 @@ TEST_F(SqliteArchive, SqliteShellListsAndExtractsTheMembers) {
     extract.setWorkingDirectory(out.path());
     extract.start(shell, {cal, "-Ax"});
     ASSERT_TRUE(extract.waitForFinished(10000));
-    EXPECT_EQ(read(out.filePath("c2603.cal")), "appointments\r\n");
+    EXPECT_EQ(read(out.filePath("c2603.cal")), month) << "a deflated member extracts whole";
 }
 
 TEST_F(SqliteArchive, MemberCompressedBySqliteShellIsReadable) {

@@ -3,10 +3,13 @@
 
 #include "store/member_format.h"
 #include "store_fixtures.h"
+#include "support/io_shim.h"
 #include "support/scripted_modal.h"
 
+#include <QDir>
 #include <QFile>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 using namespace orva;
 using orva::testing::make_appt;
@@ -23,10 +26,31 @@ struct CalendarFile : ::testing::Test {
 
     QByteArray member(const QString& name) {
         QByteArray b;
-        s.archive.get(cal, name, b);
+        const int e = s.archive.get(cal, name, b);
+        if (e != 0 && e != 53) ADD_FAILURE() << "reading " << name.toStdString() << " gave " << e;
         return b;
     }
-    void put_member(const QString& name, const QByteArray& b) { s.archive.put(cal, name, b); }
+    void put_member(const QString& name, const QByteArray& b) {
+        ASSERT_EQ(s.archive.put(cal, name, b), 0);
+    }
+    // The lines kept by a delete by key that must succeed.
+    int kept_after_delete(MemberKind kind, const QString& yymm, const QString& key) {
+        int kept = -1;
+        EXPECT_EQ(delete_by_key(s, cal, kind, yymm, key, &kept), 0);
+        return kept;
+    }
+    // Stores a member whose deflated bytes are damaged, as a failing disk
+    // may leave one: it cannot be read back.
+    void put_damaged_member(const QString& name) {
+        s.archive.close(cal);
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(cal).constData(), &db), SQLITE_OK);
+        const QByteArray sql =
+            "UPDATE sqlar SET sz = 9000, data = x'789c0102' WHERE name = '" + name.toUtf8() + "'";
+        EXPECT_EQ(sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        EXPECT_EQ(sqlite3_changes(db), 1);
+        sqlite3_close(db);
+    }
     // One reminder in each month from `first` for `months` months.
     void rmdr_each_month(QDate first, int months) {
         for (int i = 0; i < months; ++i) {
@@ -49,25 +73,19 @@ TEST(MemberNames, AreKindThenYymm) {
     EXPECT_EQ(rmdr_member_name("2603"), QString("r2603.rmd"));
 }
 
-TEST(SharedModule, LooseCopiesLiveInTheApplicationFolder) {
-    Shared s;
-    s.app_path = "/home/u/.local/share/orvacal";
-    EXPECT_EQ(s.loose("c2603.cal"), QString("/home/u/.local/share/orvacal/c2603.cal"));
-}
-
 TEST_F(CalendarFile, MonthWithNoMemberLoadsEmptyWithoutAMessage) {
     ScriptedModal m;
     ModalGuard guard(&m);
     env->append_appt(make_appt("04012026", "A1"));
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     EXPECT_TRUE(m.shown.empty());
     EXPECT_TRUE(env->loose_files().isEmpty());
 }
 
 TEST_F(CalendarFile, MissingCalendarLoadsEmptyAndIsNotCreated) {
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     EXPECT_EQ(s.rmdr_count, 0);
     EXPECT_FALSE(QFile::exists(cal));
@@ -81,11 +99,11 @@ TEST_F(CalendarFile, AppendingCreatesTheMember) {
 TEST_F(CalendarFile, AppendedAppointmentLineIs477Bytes) {
     s.appt_count = 1;
     *s.appt_row(1) = make_appt("03202026", "A1");
-    write_appts(s, cal, 8, 1);
+    ASSERT_EQ(write_appts(s, cal, 8, 1), 0);
     const QByteArray bytes = member("c2603.cal");
     EXPECT_EQ(bytes.size(), 477);
     EXPECT_EQ(bytes.right(2), "\r\n");
-    write_appts(s, cal, 8, 1);
+    ASSERT_EQ(write_appts(s, cal, 8, 1), 0);
     EXPECT_EQ(member("c2603.cal").size(), 2 * 477);
 }
 
@@ -97,9 +115,9 @@ TEST_F(CalendarFile, AppendedReminderLineIs273Bytes) {
 TEST_F(CalendarFile, WriteStepsLeaveNoLooseCopyBehind) {
     env->append_appt(make_appt("03202026", "A1"));
     env->append_rmdr(make_rmdr("03/20/26", "A1"));
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
-    delete_by_key(s, cal, MemberKind::appointments, "2603", "nobody");
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2603", "nobody"), 1);
     EXPECT_EQ(env->loose_files(), QStringList());
 }
 
@@ -107,7 +125,7 @@ TEST_F(CalendarFile, LoadFillsTheTableAndSummarisesTheDays) {
     env->append_appt(make_appt("03202026", "A1", "14:00", "Late"));
     env->append_appt(make_appt("03202026", "A2", "08:00", "Early"));
     s.cur_date = QDate(2026, 3, 15);
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.appt_count, 2);
     EXPECT_EQ(s.appt_next, 2);
     EXPECT_EQ(appt_line(*s.appt_row(1)), appt_line(make_appt("03202026", "A1", "14:00", "Late")));
@@ -117,9 +135,9 @@ TEST_F(CalendarFile, LoadFillsTheTableAndSummarisesTheDays) {
 
 TEST_F(CalendarFile, LoadOfAMonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
     env->append_appt(make_appt("03202026", "A1"));
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     s.cur_date = QDate(2026, 4, 1);
-    load_appts(s, QDate(2026, 4, 1), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 4, 1), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     for (int d = 1; d <= 31; ++d)
         EXPECT_EQ(s.day_tbl[d].day_time.str(), QString("40404")) << d;
@@ -128,8 +146,8 @@ TEST_F(CalendarFile, LoadOfAMonthWithNoAppointmentsLeavesEveryDayAtSentinel) {
 TEST_F(CalendarFile, ReloadBlanksTheRowsOfTheLastLoad) {
     env->append_appt(make_appt("03202026", "A1"));
     env->append_appt(make_appt("03212026", "A2"));
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
-    load_appts(s, QDate(2026, 5, 1), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 5, 1), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
     EXPECT_TRUE(s.appt_row(2)->appt_id.is_blank());
@@ -139,7 +157,7 @@ TEST_F(CalendarFile, ExtraMonthsReadTheFollowingMembersToo) {
     env->append_appt(make_appt("03302026", "A1"));
     env->append_appt(make_appt("04022026", "A2"));
     env->append_appt(make_appt("05022026", "A3"));
-    load_appts(s, QDate(2026, 3, 29), cal, 1);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 29), cal, 1), 0);
     ASSERT_EQ(s.appt_count, 2);
     EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
 }
@@ -150,7 +168,7 @@ TEST_F(CalendarFile, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
     appt_rec second = make_appt("03212026", "A2");
     second.appt_rem_lead = QString("  ");
     put_member("c2603.cal", appt_line(first) + "\r\n" + appt_line(second) + "\r\n");
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.appt_count, 2);
     EXPECT_EQ(s.appt_row(2)->appt_rem_lead.str(), QString("30"));
 }
@@ -158,7 +176,7 @@ TEST_F(CalendarFile, NumberFieldWithNoDigitsKeepsThePreviousLinesValue) {
 TEST_F(CalendarFile, LineEndInsideATextFieldDoesNotSplitTheLine) {
     env->append_appt(make_appt("03202026", "A1", "09:00", "one\r\ntwo"));
     env->append_appt(make_appt("03212026", "A2"));
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.appt_count, 2);
     EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString("one\r\ntwo"));
     EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
@@ -169,7 +187,7 @@ TEST_F(CalendarFile, MemberOf6001LinesCountsThemAllButStores6000) {
     for (int i = 1; i <= 6001; ++i)
         bytes += appt_line(make_appt("04022026", QString::number(i))) + "\r\n";
     put_member("c2604.cal", bytes);
-    load_appts(s, QDate(2026, 4, 1), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 4, 1), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 6001);
     EXPECT_EQ(s.appt_row(6001), nullptr);
     EXPECT_EQ(s.appt_row(6000)->appt_id.trimmed(), QString("6000"));
@@ -181,7 +199,7 @@ TEST_F(CalendarFile, WriteOccursAppendsEachRowToItsMonthInOrder) {
     s.occur_count = qint16(dates.size());
     for (int i = 0; i < dates.size(); ++i)
         *s.occur_row(i + 1) = make_appt(dates[i], "S1");
-    write_occurs(s, cal);
+    ASSERT_EQ(write_occurs(s, cal), 0);
     EXPECT_EQ(s.archive.members(cal), QStringList({"c2603.cal", "c2604.cal", "c2605.cal"}));
     EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03012026", "OLD")) + "\r\n" +
                                        appt_line(make_appt("03102026", "S1")) + "\r\n" +
@@ -196,7 +214,7 @@ TEST_F(CalendarFile, RewriteReplacesOnlyTheMonthsThatHaveRows) {
     env->append_appt(make_appt("04012026", "APR"));
     s.appt_count = 1;
     *s.appt_row(1) = make_appt("03052026", "ONLY");
-    write_appts(s, cal, 2, 1);
+    ASSERT_EQ(write_appts(s, cal, 2, 1), 0);
     EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03052026", "ONLY")) + "\r\n");
     EXPECT_EQ(member("c2604.cal").size(), 477);
 }
@@ -206,17 +224,17 @@ TEST_F(CalendarFile, RewriteOfScatteredMonthKeepsOnlyItsLastRun) {
     *s.appt_row(1) = make_appt("03052026", "A");
     *s.appt_row(2) = make_appt("04052026", "B");
     *s.appt_row(3) = make_appt("03062026", "C");
-    write_appts(s, cal, 2, 3);
+    ASSERT_EQ(write_appts(s, cal, 2, 3), 0);
     EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03062026", "C")) + "\r\n");
 }
 
 TEST_F(CalendarFile, SaveRmdrsRewriteCarriesTheDeliveredFlagToTheFile) {
     env->append_rmdr(make_rmdr("03/10/26", "A1"));
     env->append_rmdr(make_rmdr("03/11/26", "A2"));
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.rmdr_count, 2);
     s.rmdr_row(2)->rmdr_fired = QString("T");
-    save_rmdrs(s, 2, cal);
+    ASSERT_EQ(save_rmdrs(s, 2, cal), 0);
     const QByteArray bytes = member("r2603.rmd");
     ASSERT_EQ(bytes.size(), 2 * 273);
     EXPECT_EQ(bytes.mid(116, 1), "F");
@@ -225,10 +243,10 @@ TEST_F(CalendarFile, SaveRmdrsRewriteCarriesTheDeliveredFlagToTheFile) {
 
 TEST_F(CalendarFile, SaveRmdrsOtherModeAppendsTheLastRow) {
     env->append_rmdr(make_rmdr("03/10/26", "A1"));
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     s.rmdr_count = 2;
     *s.rmdr_row(2) = make_rmdr("04/01/26", "NEW");
-    save_rmdrs(s, 8, cal);
+    ASSERT_EQ(save_rmdrs(s, 8, cal), 0);
     EXPECT_EQ(member("r2603.rmd").size(), 273);
     EXPECT_EQ(member("r2604.rmd"), rmdr_line(make_rmdr("04/01/26", "NEW")) + "\r\n");
 }
@@ -239,7 +257,7 @@ TEST_F(CalendarFile, DeleteByKeyKeepsOtherLinesByteForByte) {
     env->append_appt(keep1);
     env->append_appt(make_appt("03062026", "GONE"));
     env->append_appt(keep2);
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 2);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2603", "GONE"), 2);
     EXPECT_EQ(member("c2603.cal"), appt_line(keep1) + "\r\n" + appt_line(keep2) + "\r\n");
     EXPECT_EQ(env->loose_files(), QStringList());
 }
@@ -247,7 +265,7 @@ TEST_F(CalendarFile, DeleteByKeyKeepsOtherLinesByteForByte) {
 TEST_F(CalendarFile, DeletingTheLastLineRemovesTheMember) {
     env->append_appt(make_appt("03062026", "GONE"));
     env->append_appt(make_appt("04062026", "OTHER"));
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 0);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2603", "GONE"), 0);
     EXPECT_EQ(s.archive.members(cal), QStringList{"c2604.cal"});
     EXPECT_EQ(env->loose_files(), QStringList());
 }
@@ -255,28 +273,58 @@ TEST_F(CalendarFile, DeletingTheLastLineRemovesTheMember) {
 TEST_F(CalendarFile, DeletingTheLastReminderLineRemovesTheMember) {
     env->append_rmdr(make_rmdr("03/10/26", "GONE"));
     env->append_rmdr(make_rmdr("03/11/26", "GONE"));
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::reminders, "2603", "GONE"), 0);
+    EXPECT_EQ(kept_after_delete(MemberKind::reminders, "2603", "GONE"), 0);
     EXPECT_TRUE(s.archive.members(cal).isEmpty());
 }
 
 TEST_F(CalendarFile, DeleteByKeyOnAMissingMonthChangesNothing) {
     env->append_appt(make_appt("03062026", "A1"));
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2604", "A1"), 0);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2604", "A1"), 0);
     EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"});
 }
 
 TEST_F(CalendarFile, DeleteByKeyLeavesAMemberItCouldNotReadUntouched) {
     env->append_appt(make_appt("03062026", "GONE"));
-    // No folder for the loose copy: the extract fails, which is no empty month.
-    s.app_path = s.app_path + "/missing";
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE"), 0);
-    EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"});
-    EXPECT_EQ(member("c2603.cal").size(), 477);
+    put_damaged_member("c2603.cal");
+    int kept = -1;
+    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "GONE", &kept), 75);
+    EXPECT_EQ(kept, 0);
+    EXPECT_EQ(s.archive.members(cal), QStringList{"c2603.cal"}) << "not taken for an empty month";
+}
+
+TEST_F(CalendarFile, DeleteByKeyOfAMonthWithoutTheKeyRewritesNothing) {
+    env->append_appt(make_appt("03062026", "KEEP"));
+    Archive::Command command(s.archive, cal);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2603", "OTHER"), 1);
+    int writes = 0;
+    s.archive.set_after_write_hook([&](const QString&) { ++writes; });
+    EXPECT_EQ(command.finish(), 0);
+    EXPECT_EQ(writes, 0);
+}
+
+TEST_F(CalendarFile, AppendToAMemberThatCannotBeReadFailsAndKeepsTheMonth) {
+    env->append_appt(make_appt("03062026", "OLD1"));
+    env->append_appt(make_appt("03072026", "OLD2"));
+    put_damaged_member("c2603.cal");
+    s.appt_count = 1;
+    *s.appt_row(1) = make_appt("03202026", "NEW");
+    EXPECT_EQ(write_appts(s, cal, 8, 1), 75);
+    s.archive.close(cal);
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(cal).constData(), &db), SQLITE_OK);
+    sqlite3_stmt* st = nullptr;
+    ASSERT_EQ(
+        sqlite3_prepare_v2(db, "SELECT sz FROM sqlar WHERE name='c2603.cal'", -1, &st, nullptr),
+        SQLITE_OK);
+    ASSERT_EQ(sqlite3_step(st), SQLITE_ROW);
+    EXPECT_EQ(sqlite3_column_int(st, 0), 9000) << "the month is not replaced by the new line alone";
+    sqlite3_finalize(st);
+    sqlite3_close(db);
 }
 
 TEST_F(CalendarFile, DeleteByKeyMatchesTheWholeKeyNotAPrefix) {
     env->append_appt(make_appt("03062026", "150900001234"));
-    EXPECT_EQ(delete_by_key(s, cal, MemberKind::appointments, "2603", "1509"), 1);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2603", "1509"), 1);
 }
 
 class LoadRmdrsSpan : public CalendarFile,
@@ -285,7 +333,7 @@ class LoadRmdrsSpan : public CalendarFile,
 TEST_P(LoadRmdrsSpan, ReadsTheMonthsBackAndTheDatesOwnMonth) {
     const auto [months_back, members] = GetParam();
     rmdr_each_month(QDate(2025, 1, 10), 16); // Jan 2025 to Apr 2026
-    load_rmdrs(s, QDate(2026, 3, 31), cal, months_back);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 31), cal, months_back), 0);
     QStringList expected;
     for (int i = members - 1; i >= 0; --i)
         expected << yymm_of(QDate(2026, 3, 1).addMonths(-i));
@@ -302,48 +350,49 @@ INSTANTIATE_TEST_SUITE_P(CalendarFile, LoadRmdrsSpan,
 
 TEST_F(CalendarFile, ReminderDueNextMonthWaitsUntilTheMonthRollsOver) {
     env->append_rmdr(make_rmdr("04/01/26", "NEXT", "00:05"));
-    load_rmdrs(s, QDate(2026, 3, 31), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 31), cal, 0), 0);
     EXPECT_EQ(s.rmdr_count, 0);
-    load_rmdrs(s, QDate(2026, 4, 1), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 4, 1), cal, 0), 0);
     ASSERT_EQ(s.rmdr_count, 1);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_id.trimmed(), QString("NEXT"));
 }
 
 TEST_F(CalendarFile, LoadRmdrsBlanksEveryRowOfTheLastLoad) {
     env->append_rmdr(make_rmdr("03/10/26", "A1"));
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     *s.rmdr_row(4500) = make_rmdr("03/10/26", "HIGH");
-    load_rmdrs(s, QDate(2027, 3, 15), cal, 0);
+    ASSERT_EQ(load_rmdrs(s, QDate(2027, 3, 15), cal, 0), 0);
     EXPECT_EQ(s.rmdr_count, 0);
     EXPECT_TRUE(s.rmdr_row(1)->rmdr_id.is_blank());
     EXPECT_TRUE(s.rmdr_row(4500)->rmdr_id.is_blank());
 }
 
-TEST_F(CalendarFile, ReminderExtractLeavesItsLoosePathInRmdrTempPath) {
-    QString path;
-    extract_rmdr_member(s, cal, path, "2603");
-    EXPECT_EQ(path, s.loose("r2603.rmd"));
-    EXPECT_EQ(s.rmdr_temp_path, path);
+TEST_F(CalendarFile, ExtractOfAMissingMemberGives53AndNoBytes) {
+    env->append_appt(make_appt("04012026", "A1"));
+    QByteArray bytes("junk");
+    EXPECT_EQ(extract_appt_member(s, cal, bytes, "2603"), 53);
+    EXPECT_TRUE(bytes.isEmpty());
+    EXPECT_EQ(extract_rmdr_member(s, cal, bytes, "2603"), 53);
+    EXPECT_EQ(extract_appt_member(s, cal, bytes, "2604"), 0);
+    EXPECT_EQ(bytes.size(), 477);
 }
 
-TEST_F(CalendarFile, AppointmentExtractDeletesAStaleLooseCopyFirst) {
-    QFile stale(s.loose("c2603.cal"));
-    stale.open(QIODevice::WriteOnly);
-    stale.write(appt_line(make_appt("03012026", "STALE")) + "\r\n");
-    stale.close();
-    QString path;
-    EXPECT_EQ(extract_appt_member(s, cal, path, "2603"), 53);
-    EXPECT_FALSE(QFile::exists(path));
-}
-
-TEST_F(CalendarFile, ReminderCopyLeftByACrashIsNotReadWhenTheMonthHasNoMember) {
-    QFile stale(s.loose("r2603.rmd"));
+TEST_F(CalendarFile, MemberFileLeftInTheDataFolderIsNeverRead) {
+    QFile stale(env->dir.filePath("r2603.rmd"));
     ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
     stale.write(QByteArray(271, 'x') + "\r\n");
     stale.close();
-    load_rmdr_month(s, "2603", cal);
+    ASSERT_EQ(load_rmdr_month(s, "2603", cal), 0);
     EXPECT_EQ(s.rmdr_count, 0);
-    EXPECT_FALSE(QFile::exists(s.loose("r2603.rmd")));
+}
+
+TEST_F(CalendarFile, LoadOfAMemberThatCannotBeReadSaysSoAndLoadsTheOtherMonths) {
+    env->append_appt(make_appt("03062026", "MARCH"));
+    env->append_appt(make_appt("04062026", "APRIL"));
+    put_damaged_member("c2603.cal");
+    EXPECT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 1), 75);
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("APRIL"));
 }
 
 TEST_F(CalendarFile, WriteRunInsideAYieldingLoadJoinsTheOpenCommand) {
@@ -358,13 +407,14 @@ TEST_F(CalendarFile, WriteRunInsideAYieldingLoadJoinsTheOpenCommand) {
         wrote = true;
         s.occur_count = 1;
         *s.occur_row(1) = make_appt("04012026", "CLICK");
-        write_occurs(s, cal);
-        other.get(cal, "c2604.cal", seen);
+        EXPECT_EQ(write_occurs(s, cal), 0);
+        EXPECT_EQ(other.get(cal, "c2604.cal", seen), 53);
     });
     {
         Archive::Command command(s.archive, cal);
-        load_appts(s, QDate(2026, 3, 1), cal, 0);
+        ASSERT_EQ(load_appts(s, QDate(2026, 3, 1), cal, 0), 0);
         EXPECT_TRUE(seen.isEmpty()) << "the inner write must not commit before the command ends";
+        EXPECT_EQ(command.finish(), 0);
     }
     install_yield_hook(nullptr);
     ASSERT_TRUE(wrote);
@@ -450,7 +500,7 @@ TEST_F(FileCommands, NewMakesAnArchiveWithTheStubOfTheShownMonth) {
 
 TEST_F(FileCommands, NewOnAnArchiveThatHasTheStubSaysItExists) {
     const QString chosen = env->dir.filePath("work.cal");
-    s.archive.put(chosen, "work2605.cal", {});
+    ASSERT_EQ(s.archive.put(chosen, "work2605.cal", {}), 0);
     s.cal_path = cal;
     m.file_answers.push_back(chosen);
     new_calendar(s, hooks);
@@ -464,8 +514,9 @@ TEST_F(FileCommands, NewOnAnArchiveThatHasTheStubSaysItExists) {
 
 TEST_F(FileCommands, NewOnAnArchiveLackingTheStubAddsItAndOpensIt) {
     const QString chosen = env->dir.filePath("work.cal");
-    s.archive.put(chosen, "work2604.cal", {});
-    s.archive.put(chosen, "c2604.cal", appt_line(make_appt("04012026", "KEPT")) + "\r\n");
+    ASSERT_EQ(s.archive.put(chosen, "work2604.cal", {}), 0);
+    ASSERT_EQ(s.archive.put(chosen, "c2604.cal", appt_line(make_appt("04012026", "KEPT")) + "\r\n"),
+              0);
     m.file_answers.push_back(chosen);
     new_calendar(s, hooks);
     EXPECT_TRUE(m.messages().empty());
@@ -480,6 +531,67 @@ TEST_F(FileCommands, NewWithoutHooksStillMakesTheCalendar) {
     new_calendar(s, CalendarHooks{});
     EXPECT_EQ(s.archive.members(chosen), QStringList{"bare2603.cal"});
     EXPECT_EQ(s.cal_path, chosen);
+}
+
+TEST_F(FileCommands, NewThatCannotBeWrittenLeavesNoFileAndKeepsTheOpenCalendar) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    ASSERT_EQ(load_appts(s, s.cur_date, cal, 0), 0);
+    delete_enabled = true;
+    const QString chosen = env->dir.filePath("work.cal");
+    m.file_answers.push_back(chosen);
+    // The rebuild's options save is where the command fails.
+    hooks.rebuild_view = [this] {
+        calls << "rebuild_view";
+        Archive::Command inner(s.archive, s.cal_path);
+        inner.abort(61);
+    };
+    new_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "Couldn't create new Calendar  ' " + chosen +
+                                   "  '.  Nothing was saved.  Error Number : 61");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_FALSE(QFile::exists(chosen));
+    EXPECT_EQ(env->loose_files(), QStringList());
+    EXPECT_EQ(s.cal_path, cal);
+    EXPECT_TRUE(delete_enabled);
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("A1"));
+}
+
+TEST_F(FileCommands, OpenOfACalendarThatCannotBeWrittenSaysSoOnce) {
+    const QString other = env->dir.filePath("other.cal");
+    ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
+              0);
+    s.archive.close(other);
+    orva::testing::IoShim& io = orva::testing::IoShim::install();
+    io.set_read_only_path(other);
+    s.cal_path = cal;
+    m.file_answers.push_back(other);
+    open_calendar(s, hooks);
+    io.set_read_only_path(QString());
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0],
+              "The Calendar " + other + " cannot be written.  Changes you make will not be saved.");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_TRUE(s.cal_read_only);
+    ASSERT_EQ(s.appt_count, 1) << "it still opens to be read";
+}
+
+TEST_F(FileCommands, DeleteThatCannotRemoveTheFileSaysSoAndKeepsTheCalendar) {
+    // A folder where the calendar should be cannot be removed as a file.
+    const QString odd = env->dir.filePath("odd.cal");
+    ASSERT_TRUE(QDir().mkpath(odd + "/inside"));
+    s.cal_path = odd;
+    delete_enabled = true;
+    m.answers.push_back(Answer::Yes);
+    delete_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "Couldn't delete the Calendar - " + odd);
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_EQ(s.cal_path, odd);
+    EXPECT_TRUE(delete_enabled);
+    EXPECT_TRUE(calls.isEmpty());
 }
 
 TEST_F(FileCommands, OpenShowsAnOpenDialogForCalFiles) {
@@ -514,8 +626,10 @@ TEST_F(FileCommands, OpeningAVanishedPathLeavesTheOldCalendar) {
 
 TEST_F(FileCommands, OpenLoadsTheMonthAndItsRemindersOfToday) {
     const QString other = env->dir.filePath("other.cal");
-    s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n");
-    s.archive.put(other, "r2601.rmd", rmdr_line(make_rmdr("01/20/26", "OLD")) + "\r\n");
+    ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
+              0);
+    ASSERT_EQ(s.archive.put(other, "r2601.rmd", rmdr_line(make_rmdr("01/20/26", "OLD")) + "\r\n"),
+              0);
     s.cal_path = cal;
     s.cur_date = QDate(2025, 7, 1);
     m.file_answers.push_back(other);
@@ -555,7 +669,7 @@ TEST_F(FileCommands, DeleteAnsweredNoKeepsTheCalendar) {
 TEST_F(FileCommands, AfterDeleteTheCalendarIsGoneAndDeleteStaysDisabled) {
     env->append_appt(make_appt("03012026", "A1"));
     s.cal_path = cal;
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     delete_enabled = true;
     m.answers.push_back(Answer::Yes);
     delete_calendar(s, hooks);
@@ -591,7 +705,7 @@ TEST_F(FileCommands, DeletedCalendarDoesNotComeBackThroughALaterLoad) {
     s.cal_path = cal;
     m.answers.push_back(Answer::Yes);
     delete_calendar(s, hooks);
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     EXPECT_FALSE(QFile::exists(cal));
 }

@@ -22,7 +22,7 @@ Snapshot snapshot(const QString& cal) {
     Archive a;
     Snapshot out;
     for (const QString& name : a.members(cal))
-        a.get(cal, name, out[name]);
+        EXPECT_EQ(a.get(cal, name, out[name]), 0) << name.toStdString();
     return out;
 }
 
@@ -60,10 +60,8 @@ struct CrashSafety : ::testing::Test {
             for (QDate d = first; d < QDate(2026, 7, 1); d = d.addDays(7))
                 *s->occur_row(++s->occur_count) =
                     make_appt(d.toString("MMddyyyy"), "SERIES", "07:00");
-            {
-                Archive::Command command(s->archive, cal);
-                write_occurs(*s, cal);
-            }
+            Archive::Command command(s->archive, cal);
+            if (write_occurs(*s, cal) != 0 || command.finish() != 0) _exit(1);
             _exit(0);
         }
         int status = 0;

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 #include <ostream>
 
@@ -74,21 +75,25 @@ struct StoreEnv {
     }
     ~StoreEnv() { install_clock(nullptr); }
 
-    // Loose member copies and temporary files left in the application folder.
+    // Files in the application folder other than calendars and the log
+    // SQLite keeps beside one while it is open: a member copy or a temporary
+    // file would show here.
     QStringList loose_files() const {
-        static const QRegularExpression loose(
-            QStringLiteral(R"(^(c\d{4}\.cal|r\d{4}\.rmd|.*\.tmp)$)"));
+        static const QRegularExpression calendar(QStringLiteral(R"(\.cal(-wal|-shm)?$)"));
+        static const QRegularExpression member(QStringLiteral(R"(^[cr]\d{4}\.(cal|rmd)$)"));
         QStringList out = QDir(dir.path()).entryList(QDir::Files);
-        out.removeIf([](const QString& n) { return !loose.match(n).hasMatch(); });
+        out.removeIf([](const QString& n) {
+            return calendar.match(n).hasMatch() && !member.match(n).hasMatch();
+        });
         return out;
     }
 
     void append_appt(const appt_rec& r) {
         s.occur_count = 1;
         *s.occur_row(1) = r;
-        write_occurs(s, cal);
+        ASSERT_EQ(write_occurs(s, cal), 0);
     }
-    void append_rmdr(const rmdr_rec& r) { append_rmdr_line(s, cal, r); }
+    void append_rmdr(const rmdr_rec& r) { ASSERT_EQ(append_rmdr_line(s, cal, r), 0); }
 };
 
 } // namespace orva::testing

@@ -487,9 +487,11 @@ class TypedEntry : public DayGrid {
         s.vsSched.setTextMatrix(row, col, text);
         vsSched_AfterEdit(s, env.w, row, col, QString());
     }
+    // March's member; empty when there is none.
     QByteArray member() {
         QByteArray b;
-        s.archive.get(s.cal_path, "c2603.cal", b);
+        const int e = s.archive.get(s.cal_path, "c2603.cal", b);
+        if (e != 0 && e != 53) ADD_FAILURE() << "reading c2603.cal gave " << e;
         return b;
     }
 };
@@ -514,7 +516,7 @@ TEST_F(TypedEntry, ConfirmedQuickAddWritesOneLineAndSurvivesARestart) {
     fresh.cal_path = s.cal_path;
     fresh.cur_date = s.cur_date;
     fresh.vsSched.set_extent(12000, 9000);
-    load_appts(fresh, fresh.cur_date, fresh.cal_path, 0);
+    EXPECT_EQ(load_appts(fresh, fresh.cur_date, fresh.cal_path, 0), 0);
     rebuild(fresh);
     ASSERT_EQ(fresh.appt_count, 1);
     EXPECT_EQ(data(fresh, 21, 2), "1");

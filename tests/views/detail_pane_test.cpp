@@ -112,8 +112,8 @@ TEST_F(DetailPane, FourOccurrencesCountFourOneUsesSingular) {
     for (int i = 0; i < 4; ++i)
         *s.occur_row(i + 1) = make_appt(dates[i], "series", "09:00", "Weekly");
     *s.occur_row(5) = make_appt("03152026", "single", "11:00", "Once");
-    write_occurs(s, s.cal_path);
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(write_occurs(s, s.cal_path), 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     ASSERT_EQ(s.appt_count, 5);
     EXPECT_EQ(dtl_count_line(s, *s.appt_row(1)), " Appointment occurs 4 times this month");
     EXPECT_EQ(dtl_count_line(s, *s.appt_row(5)), " Appointment occurs 1 time this month");
@@ -448,7 +448,7 @@ TEST_F(DetailPane, ChangedNoteIsWrittenAndShown) {
     EXPECT_EQ(s.ctl("rtNotes").text, "new");
     EXPECT_EQ(s.status_panels["nbrAppts "].text, " Calendar Updated ");
     EXPECT_TRUE(s.timer1_enabled);
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     ASSERT_EQ(s.appt_count, 1);
     EXPECT_EQ(s.appt_row(1)->appt_notes.trimmed(), "new");
 }
@@ -467,7 +467,7 @@ TEST_F(DetailPane, CountPanelReadsCalendarUpdatedEvenWhenNoteUnchanged) {
     EXPECT_EQ(s.status_panels["nbrAppts "].text, " Calendar Updated ");
     EXPECT_EQ(s.ctl("rtNotes").text, "old");
     EXPECT_TRUE(s.timer1_enabled);
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), "Dentist");
 }
 

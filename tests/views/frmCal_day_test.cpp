@@ -47,7 +47,7 @@ class DayPage : public ::testing::Test {
             r.appt_notes = QStringLiteral("Bring the insurance card");
             seed.occur_count = 1;
             *seed.occur_row(1) = r;
-            write_occurs(seed, seed.cal_path);
+            EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
         };
         add("211", "09:00", "10:00", "Dentist", "Dentist");
         add("212", "09:30", "11:00", "Team meeting", "Computer");
@@ -211,7 +211,7 @@ TEST_F(DayPage, TypingIntoAFreeCellMakesAnEntryThatARestartShows) {
     ASSERT_NE(m.last(u"form"), nullptr);
     EXPECT_EQ(m.last(u"form")->text, "frmQuick");
     QByteArray member;
-    s().archive.get(s().cal_path, "c2611.cal", member);
+    EXPECT_EQ(s().archive.get(s().cal_path, "c2611.cal", member), 0);
     EXPECT_EQ(member.size(), 5 * 477);
     EXPECT_TRUE(member.contains("1121202611212026"
                                 "14:0015:00"));
@@ -303,7 +303,7 @@ TEST_F(DayPage, DeleteToolRemovesTheSelectedEntryFromTheFileAndTheGrid) {
     ASSERT_NE(m.last(u"question"), nullptr);
     EXPECT_EQ(m.last(u"question")->text, "Confirm delete of appointment: 'Dentist' ?");
     QByteArray member;
-    s().archive.get(s().cal_path, "c2611.cal", member);
+    EXPECT_EQ(s().archive.get(s().cal_path, "c2611.cal", member), 0);
     EXPECT_EQ(member.size(), 3 * 477);
     EXPECT_FALSE(member.contains("Dentist"));
     for (int c = 2; c < 20; ++c)

@@ -52,8 +52,8 @@ class Navigator : public ::testing::Test {
         s.occur_count = qint16(rows.size());
         for (size_t i = 0; i < rows.size(); ++i)
             *s.occur_row(int(i) + 1) = rows[i];
-        write_occurs(s, s.cal_path);
-        load_appts(s, s.cur_date, s.cal_path, 0);
+        EXPECT_EQ(write_occurs(s, s.cal_path), 0);
+        EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     }
 };
 

@@ -56,8 +56,8 @@ struct ViewEnv {
     void add(const appt_rec& r) {
         s.occur_count = 1;
         *s.occur_row(1) = r;
-        write_occurs(s, s.cal_path);
-        load_appts(s, s.cur_date, s.cal_path, 0);
+        ASSERT_EQ(write_occurs(s, s.cal_path), 0);
+        ASSERT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     }
     // An entry on cur_date from start to end ("hh:mm", blanks for untimed).
     appt_rec entry(const QString& id, const QString& start, const QString& end, const QString& text,
