@@ -152,13 +152,13 @@ void open_rem_setup(AppState& s, const QString& from, int row) {
 
     if (s.rem_lead == lead && s.rem_unit == unit && s.rem_anim == anim && s.rem_sound == sound)
         return;
-    if (store_rem_settings(s, row) != err::none) {
-        report_failed_update(s);
-        return;
-    }
+    Archive::Command command(s.archive, s.cal_path);
+    int e = store_rem_settings(s, row);
     // The rebuild leaves rmdr_tbl holding what it made, not what the file
     // now has; the tick must scan the file's rows.
-    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    if (!e) e = load_rmdrs(s, s.cur_date, s.cal_path, 0);
+    command.abort(e);
+    if (command.finish() != err::none) report_failed_update(s);
 }
 
 void frmRem1_Load(AppState& s, RemForm& f) {

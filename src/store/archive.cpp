@@ -248,12 +248,12 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
     // WAL with synchronous=FULL commits with one sync of the log; the page
     // cache is large enough, and never spilled, so that nothing of a command
     // reaches the file before its commit.
-    if (!sqlite3_db_readonly(db, "main")) exec(db, "PRAGMA journal_mode=WAL");
-    exec(db, "PRAGMA synchronous=FULL");
-    exec(db, "PRAGMA cache_size=-16384");
-    exec(db, "PRAGMA cache_spill=OFF");
-    exec(db, "PRAGMA journal_size_limit=4194304");
-    rc = quick_check(db);
+    // A file opened read-only cannot change its journal; it is read as it is.
+    if (!sqlite3_db_readonly(db, "main")) rc = exec(db, "PRAGMA journal_mode=WAL");
+    for (const char* pragma : {"PRAGMA synchronous=FULL", "PRAGMA cache_size=-16384",
+                               "PRAGMA cache_spill=OFF", "PRAGMA journal_size_limit=4194304"})
+        if (rc == SQLITE_OK) rc = exec(db, pragma);
+    if (rc == SQLITE_OK) rc = quick_check(db);
     if (rc != SQLITE_OK) {
         qCWarning(lcStore) << k << "is no sound calendar archive:" << sqlite3_errstr(rc);
         sqlite3_close_v2(db);
@@ -484,6 +484,9 @@ int Archive::flush(const QString& k, Tx& tx) {
         }
         if (e != 0) {
             if (!sqlite3_get_autocommit(c->db)) exec(c->db, "ROLLBACK");
+            // A commit whose log sync failed may have left its frames in the
+            // log; emptying the log keeps a later recovery from finding them.
+            exec(c->db, "PRAGMA wal_checkpoint(TRUNCATE)");
             // The rollback may have taken back the table the command made.
             bool has = false;
             if (table_exists(c->db, has) == SQLITE_OK) c->has_table = has;

@@ -5,8 +5,10 @@
 #include "editor_fixtures.h"
 #include "views/status.h"
 
+#include <QFile>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -487,4 +489,77 @@ TEST_F(Saving, AKilledEditLeavesTheOldSeriesWhole) {
         EXPECT_EQ(env.snapshot(), before) << kill_after;
         s.archive.close(s.cal_path);
     }
+}
+
+// --- a command the file refuses ---------------------------------------------------
+
+namespace {
+
+// Another process's connection holding the calendar's write lock.
+struct LockHolder {
+    sqlite3* db = nullptr;
+    explicit LockHolder(const QString& cal) {
+        EXPECT_EQ(sqlite3_open_v2(QFile::encodeName(cal).constData(), &db, SQLITE_OPEN_READWRITE,
+                                  nullptr),
+                  SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ~LockHolder() {
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+    }
+};
+
+} // namespace
+
+TEST_F(Saving, SaveWhileAnotherProcessHoldsTheWriteLockStoresNothingAndSaysSo) {
+    save_new(QDate(2026, 3, 15), "09:00", "10:00", "Dentist");
+    const auto before = env.snapshot();
+    s.archive.set_busy_timeout_ms(50);
+    LockHolder other(s.cal_path);
+    env.m.shown.clear();
+
+    env.open_new(QDate(2026, 3, 3), QStringLiteral("07:00"));
+    f.Text1 = QStringLiteral("Swim");
+    f.aptTimePick2 = QTime(7, 30);
+    env.rule(2, 0, QStringLiteral("06/30/26"));
+    EXPECT_FALSE(env.ok()) << "the editor stays open with what was typed";
+
+    ASSERT_EQ(env.m.messages().size(), 1u);
+    EXPECT_EQ(env.m.messages()[0], "Couldn't complete update");
+    EXPECT_EQ(env.m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_NE(s.status_panels[panel_count].text, " Calendar Updated ");
+    EXPECT_TRUE(s.timer1_enabled);
+    EXPECT_TRUE(s.new_appt) << "a second OK saves it as new again";
+    EXPECT_EQ(env.snapshot(), before) << "not one occurrence was stored";
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString("Dentist"));
+}
+
+TEST_F(Saving, RefusedCopyKeepsTheEditorInCopyMode) {
+    save_new(QDate(2026, 3, 15), "09:00", "10:00", "Dentist");
+    edit(id_of_first());
+    s.new_appt = true;
+    s.appt_copy = true;
+    s.archive.set_busy_timeout_ms(50);
+    LockHolder other(s.cal_path);
+    EXPECT_FALSE(env.ok());
+    EXPECT_TRUE(s.appt_copy);
+    EXPECT_EQ(env.all_appts().size(), 1u);
+}
+
+TEST_F(Saving, DeleteWhileAnotherProcessHoldsTheWriteLockKeepsTheSeriesWhole) {
+    save_series(QDate(2026, 3, 3), 2, 0, "06/30/26", "Swim");
+    const auto before = env.snapshot();
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
+    s.archive.set_busy_timeout_ms(50);
+    LockHolder other(s.cal_path);
+    env.m.shown.clear();
+    s.edit_index = 1;
+    env.m.answers.push_back(Answer::Yes);
+    EXPECT_FALSE(delCmd_Click(s));
+    ASSERT_EQ(env.m.messages().size(), 1u);
+    EXPECT_EQ(env.m.messages()[0], "Couldn't complete update");
+    EXPECT_EQ(env.snapshot(), before);
+    EXPECT_EQ(s.appt_count, 5) << "the planner still shows March's five Tuesdays";
 }

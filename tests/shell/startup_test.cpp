@@ -5,6 +5,7 @@
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
 #include "support/fake_window.h"
+#include "support/io_shim.h"
 #include "support/scripted_modal.h"
 
 #include <QFile>
@@ -187,6 +188,33 @@ TEST_F(ExitTest, ResizeOnTheWorkAreaKeepsThePlaceAndLaysOut) {
     EXPECT_EQ(w.geometry.left(), 1500);
     EXPECT_EQ(w.geometry.top(), 900);
     EXPECT_EQ(w.layouts, layouts + 1);
+}
+
+TEST_F(StartupTest, CalendarThatCannotBeWrittenIsToldOnceAtStartAndResizesStayQuiet) {
+    {
+        AppState first;
+        first.app_path = s.app_path;
+        testing::FakeWindow w1;
+        ASSERT_TRUE(start(first, w1));
+    }
+    testing::IoShim& io = testing::IoShim::install();
+    io.set_read_only_path(cal());
+    m.shown.clear();
+    ASSERT_TRUE(start(s, w));
+    Form_Resize(s, w);
+    Form_Resize(s, w);
+    io.set_read_only_path(QString());
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "The Calendar " + cal() +
+                                   " cannot be written.  Changes you make will not be saved.");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_TRUE(s.cal_read_only);
+}
+
+TEST_F(StartupTest, WritableCalendarStartsWithoutAWord) {
+    ASSERT_TRUE(start(s, w));
+    EXPECT_TRUE(m.messages().empty());
+    EXPECT_FALSE(s.cal_read_only);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <atomic>
+#include <cstdio>
 #include <cstring>
 #include <mutex>
 #include <sqlite3.h>
@@ -30,6 +31,7 @@ State& st() {
 bool hit(const char* kind) {
     State& s = st();
     const long n = ++s.calls;
+    if (qEnvironmentVariableIsSet("ORVA_IO_TRACE")) std::fprintf(stderr, "io %ld %s\n", n, kind);
     if (s.fail_at != 0 && n == s.fail_at) {
         s.fired = true;
         s.fired_kind = kind;
