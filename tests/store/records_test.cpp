@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <memory>
+#include <ostream>
 
 using namespace orva;
 
@@ -52,6 +53,10 @@ struct TextCase {
     const char* name;
     const char* utf8;
 };
+
+void PrintTo(const TextCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class Utf8Fields : public ::testing::TestWithParam<TextCase> {};
 
