@@ -18,7 +18,8 @@ qsizetype utf8_size(QStringView s);
 // sequence or a surrogate pair, nor between a letter and its combining marks
 // or between the parts of one emoji. A character that would straddle the
 // limit is dropped whole. `s` itself when it fits; empty when `bytes` <= 0.
-// Text of code points 0-127 only is cut at `bytes` exactly.
+// A cut among code points 0-127 falls at `bytes` exactly, as it always did,
+// even between CR and LF.
 QString cut_to_bytes(const QString& s, qsizetype bytes);
 
 // `s` into the `width` bytes at `out`: cut as cut_to_bytes cuts, then blanks
