@@ -14,7 +14,7 @@ namespace orva {
 // save has finished. While it is loaded AppState::appt_form points at it.
 struct ApptForm {
     QString caption;
-    QString Text1; // description, at most 50 characters
+    QString Text1; // description, at most text1_limit bytes of UTF-8
     StickerList typeIcombo;
     QDate apptDTPicker; // first date of the entry
     QDate apptDTPicker_min, apptDTPicker_max;
@@ -23,7 +23,7 @@ struct ApptForm {
     bool Check1 = false;              // "Timed"
     bool Check2 = false;              // "All Day"
     bool Check2_enabled = true;
-    QString Notes;             // at most 200 characters
+    QString Notes;             // at most notes_limit bytes of UTF-8
     QString txtApptDt;         // the occurrence opened, in long date form
     bool appt_dt_shown = true; // txtApptDt, lblApptDt and imgApptDt
     QString lblDateTime = QStringLiteral("Start Date:");
@@ -40,7 +40,8 @@ struct ApptForm {
     QString occurs_field = QStringLiteral("0 "); // appt_occurs on its way into a row
 };
 
-inline constexpr int text1_limit = 50;
+// What the description field holds, in bytes of UTF-8 (not characters).
+inline constexpr int text1_limit = decltype(appt_rec::appt_text)::width;
 inline const QString text1_prompt = QStringLiteral("Type a description into this box...");
 inline const QString no_rem_caption =
     QStringLiteral("No reminders for this appointment. Click button to add.");

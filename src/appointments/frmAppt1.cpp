@@ -1,6 +1,7 @@
 #include "appointments/frmAppt1.h"
 
 #include "appointments/delete_copy.h"
+#include "appointments/quick_add.h"
 #include "appointments/sticker_pictures.h"
 #include "shell/form_helpers.h"
 #include "shell/qt_modal.h"
@@ -81,7 +82,7 @@ FrmAppt1::~FrmAppt1() {
 void FrmAppt1::build() {
     Text1_ = new QLineEdit(this);
     name_control(Text1_, QStringLiteral("Text1"));
-    Text1_->setMaxLength(text1_limit);
+    limit_bytes(Text1_, text1_limit);
     Text1_->setToolTip(QStringLiteral("Appointment description or subject."));
     auto* lblText = caption_label(this, QStringLiteral("lblText"), QStringLiteral("Description:"));
     lblText->setBuddy(Text1_);
@@ -147,7 +148,7 @@ void FrmAppt1::build() {
 
     Notes_ = new QLineEdit(this);
     name_control(Notes_, QStringLiteral("Notes"));
-    Notes_->setMaxLength(200);
+    limit_bytes(Notes_, notes_limit);
     Image6_ = picture_button(this, QStringLiteral("Image6"), QStringLiteral("Edit Notes"),
                              QStringLiteral("document-edit"), QStringLiteral("\U0001F4DD"));
     auto* lblNotes = caption_label(this, QStringLiteral("lblNotes"), QStringLiteral("Notes:"));

@@ -2,6 +2,7 @@
 #include "shell/form_helpers.h"
 
 #include "shell/qt_modal.h"
+#include "store/field_text.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -81,15 +82,22 @@ void FrmNotes::render() {
 
 void FrmNotes::enforce_limit() {
     if (limiting_) return;
-    const int length = int(rtNotes_->toPlainText().size());
-    const int over = length - notes_limit;
-    if (over <= 0) return;
+    const QString text = rtNotes_->toPlainText();
+    // The field counts bytes of UTF-8, not characters.
+    if (utf8_size(text) <= notes_limit) return;
     // Cut the tail of what just arrived, so the notes already there survive a
     // paste that is too long.
-    const int end = change_end_ < over || change_end_ > length ? length : change_end_;
+    const int length = int(text.size());
+    int end = change_end_ < 0 || change_end_ > length ? length : change_end_;
+    qsizetype room = notes_limit - utf8_size(QStringView(text).mid(end));
+    if (room < 0) {
+        end = length;
+        room = notes_limit;
+    }
+    const int keep = int(cut_to_bytes(text.left(end), room).size());
     limiting_ = true;
     QTextCursor c(rtNotes_->document());
-    c.setPosition(end - over);
+    c.setPosition(keep);
     c.setPosition(end, QTextCursor::KeepAnchor);
     c.removeSelectedText();
     limiting_ = false;

@@ -11,7 +11,7 @@ namespace orva {
 
 class QtModal;
 
-// "Notes": a roomier box for the 200 characters of an entry's notes. Works on
+// "Notes": a roomier box for the notes_limit bytes of an entry's notes. Works on
 // notes_text, notes_shown, notes_dirty and caller_form through the logic.
 class FrmNotes : public QDialog {
     Q_OBJECT

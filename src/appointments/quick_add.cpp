@@ -65,7 +65,7 @@ void frmNotes_Load(AppState& s, NotesForm& f) {
 
     // notes_text is normally a whole field, 200 blanks when there are no notes.
     const QString shown = rtrim(s.notes_text);
-    f.rtNotes = shown.left(notes_limit);
+    f.rtNotes = cut_to_bytes(shown, notes_limit);
     f.cursor = int(f.rtNotes.size());
     s.notes_shown = s.notes_text;
 
@@ -84,7 +84,7 @@ void frmNotes_Load(AppState& s, NotesForm& f) {
 }
 
 void frmNotes_OK(AppState& s, NotesForm& f) {
-    const QString text = f.rtNotes.left(notes_limit);
+    const QString text = cut_to_bytes(f.rtNotes, notes_limit);
     // notes_shown is usually blank-padded and the box never is: compared as
     // they stand, opening and OK alone would count as an edit.
     if (rtrim(text) != rtrim(s.notes_shown)) s.notes_dirty = true;

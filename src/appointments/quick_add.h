@@ -25,7 +25,7 @@ void frmQuick_Cancel(AppState& s, QuickForm& f);
 
 inline const QString end_before_start_text = QStringLiteral("End time is less than Start Time");
 
-// frmNotes ("Notes"): edits notes_text, at most 200 characters.
+// frmNotes ("Notes"): edits notes_text, at most notes_limit bytes of UTF-8.
 struct NotesForm {
     QString rtNotes; // the text in the box
     QString font_name;
@@ -38,7 +38,8 @@ struct NotesForm {
     int dx = 0, dy = 0;
 };
 
-inline constexpr int notes_limit = 200;
+// What the notes field holds, in bytes of UTF-8 (not characters).
+inline constexpr int notes_limit = decltype(appt_rec::appt_notes)::width;
 
 void frmNotes_Load(AppState& s, NotesForm& f);
 void frmNotes_OK(AppState& s, NotesForm& f);

@@ -36,7 +36,7 @@ void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key) 
         a->appt_end.blank();
     }
     a->appt_id = key;
-    a->appt_text = f.Text1.left(text1_limit);
+    a->appt_text = cut_to_bytes(f.Text1, text1_limit);
     a->appt_type = f.typeIcombo.selected_key();
     a->appt_occurs = f.occurs_field;
     a->appt_occurs_month = number_field(s.occ_month);

@@ -70,6 +70,7 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     alarmTxt_->setToolTip(QStringLiteral(
         "The selected wav file will be played when the pop-up reminder is displayed"));
     alarmTxt_->setMinimumWidth(260);
+    limit_bytes(alarmTxt_, sound_limit);
     Label10->setBuddy(alarmTxt_);
     Command5_ = make_button(QStringLiteral("Browse"), QStringLiteral("Command5"), frame_);
 

@@ -21,6 +21,11 @@ struct RemForm {
     int Slider1 = 1; // messenger speed
 };
 
+// What the sound path field holds, in bytes of UTF-8 (not characters).
+inline constexpr int sound_limit = decltype(appt_rec::appt_rem_text)::width;
+static_assert(sound_limit == decltype(rmdr_rec::rmdr_alarm_text)::width,
+              "an entry's sound is copied whole into its reminders");
+
 inline const QString zero_lead_question = QStringLiteral(
     " Setting a reminder to zero time will deactivate the reminder.  Do you want to continue? ");
 inline const QString rem_changed_caption = QStringLiteral(" Reminder was changed.");

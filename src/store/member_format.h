@@ -9,7 +9,8 @@ namespace orva {
 
 // The member format: a line is the record's fields in order with nothing
 // between them, exactly as wide as the record, then CR LF. No header, no count,
-// no end mark. Characters are 8-bit (Latin-1).
+// no end mark. Text is 8-bit, UTF-8, and every width counts bytes; a field
+// written as Latin-1 by an older build still reads (see field_text).
 
 inline constexpr char line_end[] = "\r\n";
 inline constexpr int line_end_len = 2;
@@ -22,17 +23,17 @@ inline constexpr int rmdr_widths[] = {8, 5, 5, 12, 50, 15, 8, 8, 5, 1, 2, 150, 2
 QByteArray appt_line(const appt_rec& r);
 QByteArray rmdr_line(const rmdr_rec& r);
 
-// Reads a member by character count, not by line, so a field may hold any
+// Reads a member by byte count, not by line, so a field may hold any
 // character, a line end included, as long as every line keeps its width.
 class MemberReader {
   public:
     explicit MemberReader(QIODevice& in) : in_(in) {}
 
-    // Exactly `count` characters, or what is left when fewer remain.
+    // Exactly `count` bytes, or what is left when fewer remain.
     QByteArray read(int count) { return in_.read(count); }
     bool at_end() const { return in_.atEnd(); }
 
-    // One record, field by field, then `rec_end_len` characters into
+    // One record, field by field, then `rec_end_len` bytes into
     // `rec_end`. A short last line leaves its missing fields blank.
     void read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
     void read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/field_text.h"
+
 #include <QDate>
 #include <QString>
 #include <array>
@@ -8,9 +10,10 @@
 
 namespace orva {
 
-// A fixed-width text field: N 8-bit characters, padded with blanks on the
-// right. Assigning cuts a longer value to N; a character with no 8-bit form
-// becomes '?'. The bytes are the same in memory and on a member line.
+// A fixed-width text field: N bytes of UTF-8, padded with blanks on the
+// right. Assigning cuts a longer value to N bytes between two characters
+// (see cut_to_bytes); reading takes a field that is not UTF-8 as Latin-1. The
+// bytes are the same in memory and on a member line.
 template <int N> struct Fixed {
     char c[N];
 
@@ -20,14 +23,9 @@ template <int N> struct Fixed {
         assign(s);
         return *this;
     }
-    void assign(const QString& s) {
-        const QByteArray b = s.toLatin1();
-        const int n = int(b.size()) < N ? int(b.size()) : N;
-        std::memcpy(c, b.constData(), size_t(n));
-        std::memset(c + n, ' ', size_t(N - n));
-    }
+    void assign(const QString& s) { put_field_text(c, N, s); }
     void blank() { std::memset(c, ' ', N); }
-    QString str() const { return QString::fromLatin1(c, N); }
+    QString str() const { return field_text(c, N); }
     operator QString() const { return str(); } // NOLINT
     QString trimmed() const { return str().trimmed(); }
     bool is_blank() const {
@@ -39,7 +37,7 @@ template <int N> struct Fixed {
     bool operator==(const Fixed& o) const { return std::memcmp(c, o.c, N) == 0; }
 };
 
-// One occurrence of an appointment: 17 fields, 475 characters, laid out
+// One occurrence of an appointment: 17 fields, 475 bytes, laid out
 // exactly as on a member line.
 struct appt_rec {
     Fixed<8> appt_first_date; // "mmddyyyy", first date of the series
@@ -62,7 +60,7 @@ struct appt_rec {
 };
 static_assert(sizeof(appt_rec) == 475, "a member line depends on this width");
 
-// One pending or delivered alarm: 13 fields, 271 characters.
+// One pending or delivered alarm: 13 fields, 271 bytes.
 struct rmdr_rec {
     Fixed<8> rmdr_first_date;
     Fixed<5> rmdr_start;

@@ -1,4 +1,5 @@
 #include "../appointments/editor_fixtures.h"
+#include "../support/typing.h"
 #include "appointments/frmAppt1.h"
 #include "shell/qt_modal.h"
 
@@ -71,8 +72,6 @@ TEST_F(FrmAppt1Dialog, ControlsCarryTheirNamesCaptionsAndTips) {
     EXPECT_EQ(child<QPushButton>(dlg, "delCmd")->text(), "Delete  ");
     EXPECT_EQ(child<QLabel>(dlg, "lblDateTime")->text(), "Start Date:");
     EXPECT_EQ(child<QLabel>(dlg, "lblApptDt")->text(), "Appt Date:");
-    EXPECT_EQ(child<QLineEdit>(dlg, "Text1")->maxLength(), 50);
-    EXPECT_EQ(child<QLineEdit>(dlg, "Notes")->maxLength(), 200);
 }
 
 TEST_F(FrmAppt1Dialog, NewEntryShowsThePromptWithDeleteDisabledAndNoOccurrenceDate) {
@@ -125,6 +124,72 @@ TEST_F(FrmAppt1Dialog, OkSavesWhatWasTypedAndClosesTheDialog) {
     EXPECT_EQ(rows[0].appt_start.str(), "09:30");
     EXPECT_EQ(rows[0].appt_end.str(), "10:30");
     EXPECT_TRUE(s.timer1_enabled);
+}
+
+TEST_F(FrmAppt1Dialog, Utf8TypedDescriptionAndNotesAreSavedAsTyped) {
+    const QStringList texts = testing::texts_in_many_scripts();
+    for (const QString& typed : texts) {
+        hand_over_new(QStringLiteral("09:30"));
+        FrmAppt1 dlg(s);
+        dlg.show();
+        auto* text = child<QLineEdit>(dlg, "Text1");
+        auto* notes = child<QLineEdit>(dlg, "Notes");
+        ASSERT_TRUE(text && notes);
+        text->clear();
+        testing::type_text(text, typed);
+        notes->clear();
+        testing::type_text(notes, typed + " notes");
+        EXPECT_EQ(text->text(), typed);
+        QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+        EXPECT_EQ(dlg.result(), QDialog::Accepted);
+        env.clock.advance_secs(1);
+    }
+    const auto rows = env.all_appts();
+    ASSERT_EQ(rows.size(), size_t(texts.size()));
+    for (int i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(QByteArray(rows[i].appt_text.c, 50), texts[i].toUtf8().leftJustified(50, ' '));
+        EXPECT_EQ(rows[i].appt_notes.trimmed(), texts[i] + " notes");
+    }
+}
+
+TEST_F(FrmAppt1Dialog, Utf8DescriptionAndNotesStopAtTheirBytesBetweenCharacters) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    auto* text = child<QLineEdit>(dlg, "Text1");
+    auto* notes = child<QLineEdit>(dlg, "Notes");
+    ASSERT_TRUE(text && notes);
+
+    // Plain letters still stop at fifty.
+    text->clear();
+    testing::type_text(text, QString(60, u'x'));
+    EXPECT_EQ(text->text(), QString(50, u'x'));
+
+    // 26 Greek letters are 52 bytes: the last one finds no room.
+    text->clear();
+    testing::type_text(text, QStringLiteral("αβγδεζηθικλμνξοπρστυφχψωάέ"));
+    EXPECT_EQ(text->text(), QStringLiteral("αβγδεζηθικλμνξοπρστυφχψωά"));
+
+    text->clear();
+    testing::type_text(text, QString(47, u'x') + QStringLiteral("🎉"));
+    EXPECT_EQ(text->text(), QString(47, u'x'));
+
+    // A paste loses the end of what it brought, not the text after it.
+    text->setText(QStringLiteral("abc"));
+    text->setCursorPosition(1);
+    text->insert(QString(60, u'Ж'));
+    EXPECT_EQ(text->text(), QStringLiteral("a") + QString(23, u'Ж') + QStringLiteral("bc"));
+
+    notes->clear();
+    testing::type_text(notes, QString(67, u'会'));
+    EXPECT_EQ(notes->text(), QString(66, u'会'));
+
+    QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+    const auto rows = env.all_appts();
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].appt_text.str(),
+              QStringLiteral("a") + QString(23, u'Ж') + QStringLiteral("bc "));
+    EXPECT_EQ(QByteArray(rows[0].appt_notes.c, 200), QString(66, u'会').toUtf8() + "  ");
 }
 
 TEST_F(FrmAppt1Dialog, RefusedTimesKeepTheDialogOpen) {

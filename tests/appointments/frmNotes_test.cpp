@@ -1,3 +1,4 @@
+#include "../support/typing.h"
 #include "../views/view_fixtures.h"
 #include "appointments/frmNotes.h"
 #include "shell/qt_modal.h"
@@ -89,6 +90,48 @@ TEST_F(FrmNotesDialog, PastedExcessIsCutFromWhatArrived) {
     t->setTextCursor(c);
     t->insertPlainText(QString(250, QLatin1Char('x')));
     EXPECT_EQ(t->toPlainText(), QString(197, QLatin1Char('x')) + QStringLiteral("abc"));
+}
+
+TEST_F(FrmNotesDialog, Utf8TypingStopsAtTwoHundredBytesBetweenCharacters) {
+    s.notes_text = padded(QString());
+    FrmNotes dlg(s);
+    dlg.show();
+    QPlainTextEdit* t = box(dlg);
+    ASSERT_TRUE(t);
+    // Three bytes each: the 67th would make 201.
+    testing::type_text(t, QString(67, u'会'));
+    EXPECT_EQ(t->toPlainText(), QString(66, u'会'));
+    testing::type_text(t, QStringLiteral("ab"));
+    EXPECT_EQ(t->toPlainText(), QString(66, u'会') + QStringLiteral("ab"));
+    testing::type_text(t, QStringLiteral("🎉"));
+    EXPECT_EQ(t->toPlainText(), QString(66, u'会') + QStringLiteral("ab"));
+}
+
+TEST_F(FrmNotesDialog, Utf8PastedExcessIsCutFromWhatArrivedBetweenCharacters) {
+    s.notes_text = padded(QStringLiteral("abc"));
+    FrmNotes dlg(s);
+    QPlainTextEdit* t = box(dlg);
+    ASSERT_TRUE(t);
+    QTextCursor c = t->textCursor();
+    c.setPosition(0);
+    t->setTextCursor(c);
+    t->insertPlainText(QString(120, u'Ж'));
+    EXPECT_EQ(t->toPlainText(), QString(98, u'Ж') + QStringLiteral("abc"));
+}
+
+TEST_F(FrmNotesDialog, Utf8NotesInAnyScriptShowAndComeBackFromOk) {
+    for (const QString& text : testing::texts_in_many_scripts()) {
+        // As the detail pane hands a field over: blanks to its width in bytes.
+        s.notes_text = Fixed<200>(text).str();
+        FrmNotes dlg(s);
+        dlg.show();
+        ASSERT_TRUE(box(dlg));
+        EXPECT_EQ(box(dlg)->toPlainText(), text);
+        testing::type_text(box(dlg), QStringLiteral(" Встреча"));
+        QTest::mouseClick(button(dlg, "Command1"), Qt::LeftButton);
+        EXPECT_EQ(s.notes_text, text + QStringLiteral(" Встреча"));
+        EXPECT_TRUE(s.notes_dirty);
+    }
 }
 
 TEST_F(FrmNotesDialog, OkWithChangedTextSetsDirty) {

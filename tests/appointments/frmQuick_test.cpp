@@ -64,6 +64,18 @@ TEST_F(FrmQuickDialog, ControlsAreFoundByTheirNames) {
     EXPECT_TRUE(labels.contains("End Time"));
 }
 
+TEST_F(FrmQuickDialog, Utf8TitleIsTheTypedTextAndOkKeepsIt) {
+    for (const QString& text : testing::texts_in_many_scripts()) {
+        typed(QStringLiteral("10:00"), text);
+        FrmQuick dlg(s);
+        dlg.show();
+        EXPECT_EQ(dlg.windowTitle(), text);
+        QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+        EXPECT_EQ(dlg.result(), QDialog::Accepted);
+        EXPECT_EQ(QByteArray(s.appt_row(1)->appt_text.c, 50), text.toUtf8().leftJustified(50, ' '));
+    }
+}
+
 TEST_F(FrmQuickDialog, ComboShowsStickerPicturesAndCaptions) {
     typed(QStringLiteral("10:00"));
     FrmQuick dlg(s);

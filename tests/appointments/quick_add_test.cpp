@@ -38,6 +38,15 @@ TEST_F(QuickAdd, CaptionIsTheTextOfTheNewRow) {
     EXPECT_EQ(f.caption, "Call Bob");
 }
 
+TEST_F(QuickAdd, Utf8CaptionIsTheTextAsTyped) {
+    for (const QString& text : testing::texts_in_many_scripts()) {
+        typed(QStringLiteral("09:00"), text);
+        QuickForm f;
+        frmQuick_Load(s, f);
+        EXPECT_EQ(f.caption, text);
+    }
+}
+
 TEST_F(QuickAdd, StickerListHasOnlyTheSelectRowAndStartsOnIt) {
     typed(QStringLiteral("10:00"));
     s.view_day = true;
@@ -321,6 +330,40 @@ TEST_F(Notes, OkCutsTheTextToTwoHundredCharacters) {
     EXPECT_EQ(s.notes_text.size(), 200);
     EXPECT_EQ(s.notes_text, QString(150, QLatin1Char('a')) + QString(50, QLatin1Char('b')));
     EXPECT_TRUE(s.notes_dirty);
+}
+
+TEST_F(Notes, Utf8OpenShowsEveryCharacterOfAFullField) {
+    // 66 characters of three bytes fill 198 of the 200.
+    s.notes_text = Fixed<200>(QString(66, u'会')).str();
+    NotesForm f;
+    frmNotes_Load(s, f);
+    EXPECT_EQ(f.rtNotes, QString(66, u'会'));
+    EXPECT_EQ(f.cursor, 66);
+}
+
+TEST_F(Notes, Utf8OkCutsTheTextToTwoHundredBytesBetweenCharacters) {
+    s.notes_text = padded(QString());
+    NotesForm f;
+    frmNotes_Load(s, f);
+    f.rtNotes = QString(190, u'a') + QStringLiteral("Συνάντηση");
+    frmNotes_OK(s, f);
+    EXPECT_EQ(s.notes_text, QString(190, u'a') + QStringLiteral("Συνάν"));
+    EXPECT_EQ(s.notes_text.toUtf8().size(), 200);
+
+    f.rtNotes = QString(197, u'a') + QStringLiteral("🎉");
+    frmNotes_OK(s, f);
+    EXPECT_EQ(s.notes_text, QString(197, u'a'));
+}
+
+TEST_F(Notes, Utf8TextsComeBackFromOkAsTyped) {
+    for (const QString& text : testing::texts_in_many_scripts()) {
+        s.notes_text = padded(QString());
+        NotesForm f;
+        frmNotes_Load(s, f);
+        f.rtNotes = text;
+        frmNotes_OK(s, f);
+        EXPECT_EQ(s.notes_text, text);
+    }
 }
 
 } // namespace

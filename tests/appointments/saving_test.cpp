@@ -213,6 +213,69 @@ TEST_F(Saving, MoreThanSixThousandOccurrencesBringTheMessageAndStopTheWriting) {
     EXPECT_EQ(written, QDate(2026, 3, 15).daysTo(last) + 1);
 }
 
+// --- text in any language -----------------------------------------------------------
+
+TEST_F(Saving, Utf8DescriptionNotesAndSoundRoundTripThroughTheEditor) {
+    const QStringList texts = texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        env.open_new(QDate(2026, 3, 20), QTime(8 + i, 0).toString("HH:mm"));
+        f.Text1 = texts[i];
+        f.Notes = texts[i] + " notes";
+        s.rem_lead = 10;
+        s.rem_sound = "/snd/" + texts[i] + ".wav";
+        ASSERT_TRUE(env.ok());
+        env.clock.advance_secs(1);
+    }
+    const auto rows = env.appts_in("2603");
+    const auto rmdrs = env.rmdrs_in("2603");
+    ASSERT_EQ(rows.size(), size_t(texts.size()));
+    ASSERT_EQ(rmdrs.size(), size_t(texts.size()));
+    for (int i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(QByteArray(rows[i].appt_text.c, text1_limit),
+                  texts[i].toUtf8().leftJustified(text1_limit, ' '));
+        EXPECT_EQ(rows[i].appt_notes.trimmed(), texts[i] + " notes");
+        EXPECT_EQ(rows[i].appt_rem_text.trimmed(), "/snd/" + texts[i] + ".wav");
+        EXPECT_EQ(rmdrs[i].rmdr_text.trimmed(), texts[i]);
+        EXPECT_EQ(rmdrs[i].rmdr_alarm_text.trimmed(), "/snd/" + texts[i] + ".wav");
+    }
+
+    // Opened again, the editor shows what was typed.
+    s.cur_date = QDate(2026, 3, 20);
+    for (int i = 0; i < texts.size(); ++i) {
+        edit(rows[i].appt_id.trimmed());
+        EXPECT_EQ(f.Text1, texts[i]);
+        EXPECT_EQ(f.Notes, texts[i] + " notes");
+        EXPECT_EQ(s.rem_sound, "/snd/" + texts[i] + ".wav");
+        Command2_Click(s, f);
+    }
+}
+
+TEST_F(Saving, Utf8DescriptionPastItsFiftyBytesKeepsWholeLetters) {
+    // 26 Greek letters are 52 bytes.
+    save_new(QDate(2026, 3, 20), "09:00", "10:00", "αβγδεζηθικλμνξοπρστυφχψωάέ");
+    const auto rows = env.appts_in("2603");
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].appt_text.str(), "αβγδεζηθικλμνξοπρστυφχψωά");
+    EXPECT_EQ(QByteArray(rows[0].appt_text.c, 50), QByteArray("αβγδεζηθικλμνξοπρστυφχψωά"));
+}
+
+TEST_F(Saving, Utf8EmojiThatWouldStraddleTheDescriptionsEndIsDroppedWhole) {
+    save_new(QDate(2026, 3, 20), "09:00", "10:00", QString(47, u'a') + "🎉");
+    const auto rows = env.appts_in("2603");
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(QByteArray(rows[0].appt_text.c, 50), QByteArray(47, 'a') + "   ");
+}
+
+TEST_F(Saving, Utf8NotesPastTheirTwoHundredBytesKeepWholeCharacters) {
+    env.open_new(QDate(2026, 3, 20), QStringLiteral("09:00"));
+    f.Text1 = QStringLiteral("Notes");
+    f.Notes = QString(67, u'会'); // 201 bytes
+    ASSERT_TRUE(env.ok());
+    const auto rows = env.appts_in("2603");
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(QByteArray(rows[0].appt_notes.c, 200), QString(66, u'会').toUtf8() + "  ");
+}
+
 // --- reminders of a save -----------------------------------------------------------
 
 TEST_F(Saving, NewEntryWithALeadGetsItsReminderWaiting) {

@@ -1,3 +1,4 @@
+#include "../support/typing.h"
 #include "../views/view_fixtures.h"
 #include "reminders/frmRem1.h"
 #include "shell/qt_modal.h"
@@ -227,6 +228,45 @@ TEST_F(FrmRem1Dialog, BrowseFillsTheSoundBox) {
     EXPECT_EQ(child<QLineEdit>(dlg, "alarmTxt")->text(), "/home/me/Sounds/chime.wav");
     EXPECT_EQ(child<QComboBox>(dlg, "advComboN")->currentIndex(), 20)
         << "a browse keeps what was chosen before it";
+}
+
+TEST_F(FrmRem1Dialog, Utf8SoundPathTypedInAnyScriptIsKeptAsTyped) {
+    for (const QString& text : testing::texts_in_many_scripts()) {
+        editing();
+        FrmRem1 dlg(s);
+        dlg.show();
+        auto* sound = child<QLineEdit>(dlg, "alarmTxt");
+        ASSERT_TRUE(sound);
+        sound->clear();
+        testing::type_text(sound, "/home/me/" + text + ".wav");
+        QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+        EXPECT_EQ(dlg.result(), QDialog::Accepted);
+        EXPECT_EQ(s.rem_sound, "/home/me/" + text + ".wav");
+    }
+}
+
+TEST_F(FrmRem1Dialog, Utf8SoundPathStopsAtItsHundredAndFiftyBytesBetweenCharacters) {
+    editing();
+    FrmRem1 dlg(s);
+    dlg.show();
+    auto* sound = child<QLineEdit>(dlg, "alarmTxt");
+    ASSERT_TRUE(sound);
+    // Two bytes a letter: 3 + 146 bytes leave one byte no letter fits in.
+    sound->clear();
+    testing::type_text(sound, QStringLiteral("/s/") + QString(80, u'Ж'));
+    EXPECT_EQ(sound->text(), QStringLiteral("/s/") + QString(73, u'Ж'));
+
+    // A chosen file is cut the same way; the emoji would straddle the end.
+    const QString party = QStringLiteral("🎉");
+    QString chosen = QStringLiteral("/");
+    for (int i = 0; i < 36; ++i)
+        chosen += party;
+    env.m.file_answers.push_back(chosen + QStringLiteral("abc") + party);
+    QTest::mouseClick(child<QPushButton>(dlg, "Command5"), Qt::LeftButton);
+    EXPECT_EQ(sound->text(), chosen + QStringLiteral("abc"));
+    QTest::mouseClick(child<QPushButton>(dlg, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(s.rem_sound, chosen + QStringLiteral("abc"));
+    EXPECT_EQ(s.rem_sound.toUtf8().size(), 148);
 }
 
 TEST_F(FrmRem1Dialog, ChoosingAMessengerVoidsTheChoiceOfTheNextFlight) {

@@ -8,6 +8,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <cstddef>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -180,6 +182,66 @@ TEST_F(CalendarFile, LineEndInsideATextFieldDoesNotSplitTheLine) {
     ASSERT_EQ(s.appt_count, 2);
     EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString("one\r\ntwo"));
     EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
+}
+
+TEST_F(CalendarFile, Utf8TextNotesAndSoundSurviveAWriteAndAReload) {
+    const QStringList texts = orva::testing::texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        appt_rec a = make_appt("03202026", "U" + QString::number(i), "09:00", texts[i]);
+        a.appt_notes = texts[i] + " notes";
+        a.appt_rem_text = "/sounds/" + texts[i] + ".wav";
+        env->append_appt(a);
+    }
+    const QByteArray bytes = member("c2603.cal");
+    ASSERT_EQ(bytes.size(), texts.size() * 477);
+    for (int i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(bytes.mid(i * 477 + offsetof(appt_rec, appt_text), 50),
+                  texts[i].toUtf8().leftJustified(50, ' '))
+            << i;
+    EXPECT_FALSE(bytes.contains('?'));
+
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.appt_count, texts.size());
+    for (int i = 0; i < texts.size(); ++i) {
+        const appt_rec& r = *s.appt_row(i + 1);
+        EXPECT_EQ(r.appt_text.trimmed(), texts[i]);
+        EXPECT_EQ(r.appt_notes.trimmed(), texts[i] + " notes");
+        EXPECT_EQ(r.appt_rem_text.trimmed(), "/sounds/" + texts[i] + ".wav");
+    }
+}
+
+TEST_F(CalendarFile, Utf8ReminderTextAndSoundSurviveAWriteAndAReload) {
+    const QStringList texts = orva::testing::texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        rmdr_rec r = make_rmdr("03/20/26", "U" + QString::number(i));
+        r.rmdr_text = texts[i];
+        r.rmdr_alarm_text = "/sounds/" + texts[i] + ".wav";
+        env->append_rmdr(r);
+    }
+    const QByteArray bytes = member("r2603.rmd");
+    ASSERT_EQ(bytes.size(), texts.size() * 273);
+    EXPECT_FALSE(bytes.contains('?'));
+    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.rmdr_count, texts.size());
+    for (int i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(s.rmdr_row(i + 1)->rmdr_text.trimmed(), texts[i]);
+        EXPECT_EQ(s.rmdr_row(i + 1)->rmdr_alarm_text.trimmed(), "/sounds/" + texts[i] + ".wav");
+    }
+}
+
+TEST_F(CalendarFile, Utf8MemberWrittenAsLatin1LoadsAndIsRewrittenAsUtf8) {
+    appt_rec old = make_appt("03202026", "OLD");
+    std::memcpy(old.appt_text.c, "Caf\xe9 cr\xe8me", 10);
+    put_member("c2603.cal", appt_line(old) + "\r\n");
+    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString::fromUtf8("Café crème"));
+
+    write_appts(s, cal, 2, 1);
+    const QByteArray bytes = member("c2603.cal");
+    ASSERT_EQ(bytes.size(), 477);
+    EXPECT_EQ(bytes.mid(offsetof(appt_rec, appt_text), 50),
+              QByteArray("Caf\xc3\xa9 cr\xc3\xa8me").leftJustified(50, ' '));
 }
 
 TEST_F(CalendarFile, MemberOf6001LinesCountsThemAllButStores6000) {

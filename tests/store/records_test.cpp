@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <memory>
+#include <ostream>
 
 using namespace orva;
 
@@ -40,10 +41,115 @@ TEST(Fixed, AssignmentPadsWithBlanksAndCutsToWidth) {
     EXPECT_EQ(f.str(), QString("abcde"));
 }
 
-TEST(Fixed, KeepsEightBitCharactersAsOneByte) {
-    Fixed<4> f(QString::fromLatin1("caf\xe9"));
-    EXPECT_EQ(f.c[3], '\xe9');
-    EXPECT_EQ(f.str(), QString::fromLatin1("caf\xe9"));
+// --- text in any language -----------------------------------------------------
+
+namespace {
+
+template <int N> QByteArray bytes_of(const Fixed<N>& f) {
+    return QByteArray(f.c, N);
+}
+
+struct TextCase {
+    const char* name;
+    const char* utf8;
+};
+
+void PrintTo(const TextCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class Utf8Fields : public ::testing::TestWithParam<TextCase> {};
+
+} // namespace
+
+TEST_P(Utf8Fields, AreStoredAsUtf8PaddedWithBlanksAndReadBack) {
+    const QString text = QString::fromUtf8(GetParam().utf8);
+    const Fixed<50> f(text);
+    const QByteArray expected = QByteArray(GetParam().utf8).leftJustified(50, ' ');
+    EXPECT_EQ(bytes_of(f), expected);
+    EXPECT_EQ(f.trimmed(), text);
+    EXPECT_FALSE(f.str().contains(u'?'));
+    EXPECT_FALSE(f.str().contains(QChar::ReplacementCharacter));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fixed, Utf8Fields,
+    ::testing::Values(TextCase{"AccentedLatin", "Café crème"}, TextCase{"Diaeresis", "Zoë"},
+                      TextCase{"Greek", "Συνάντηση"}, TextCase{"Cyrillic", "Встреча"},
+                      TextCase{"Chinese", "会议"}, TextCase{"Emoji", "Party 🎉"}),
+    [](const ::testing::TestParamInfo<TextCase>& i) { return std::string(i.param.name); });
+
+TEST(Fixed, Utf8GreekPastTheWidthKeepsWholeLetters) {
+    // 26 letters, two bytes each: 52 bytes for a field of 50.
+    const QString letters = QStringLiteral("αβγδεζηθικλμνξοπρστυφχψωάέ");
+    ASSERT_EQ(letters.toUtf8().size(), 52);
+    const Fixed<50> f(letters);
+    EXPECT_EQ(f.str(), letters.left(25));
+    EXPECT_EQ(bytes_of(f), letters.left(25).toUtf8());
+
+    // An odd width leaves the byte a letter cannot fill blank.
+    const Fixed<5> odd(QStringLiteral("αβγ"));
+    EXPECT_EQ(bytes_of(odd), QByteArray("\xce\xb1\xce\xb2 "));
+}
+
+TEST(Fixed, Utf8EmojiThatWouldStraddleTheEndIsDroppedWhole) {
+    const QString text = QString(47, u'x') + QStringLiteral("\U0001F389");
+    const Fixed<50> f(text);
+    EXPECT_EQ(bytes_of(f), QByteArray(47, 'x') + "   ");
+    EXPECT_EQ(f.trimmed(), QString(47, u'x'));
+}
+
+TEST(Fixed, Utf8LetterIsNotPartedFromItsCombiningMark) {
+    // "e" and U+0301 are one character on screen; the mark alone would fit.
+    const Fixed<5> f(QStringLiteral("abcde\u0301"));
+    EXPECT_EQ(bytes_of(f), QByteArray("abcd "));
+    const Fixed<7> whole(QStringLiteral("abcde\u0301"));
+    EXPECT_EQ(bytes_of(whole), QByteArray("abcde\xcc\x81"));
+}
+
+TEST(Fixed, Utf8JoinedEmojiIsKeptOrDroppedAsOne) {
+    // man, zero-width joiner, woman: 11 bytes that show as one picture.
+    const QString couple = QStringLiteral("\U0001F468\u200D\U0001F469");
+    const Fixed<12> fits(QStringLiteral("a") + couple);
+    EXPECT_EQ(bytes_of(fits), (QStringLiteral("a") + couple).toUtf8());
+    const Fixed<11> cut(QStringLiteral("a") + couple);
+    EXPECT_EQ(bytes_of(cut), QByteArray("a").leftJustified(11, ' '));
+}
+
+TEST(Fixed, Utf8FieldWrittenAsLatin1ByAnOldBuildStillReads) {
+    Fixed<6> f;
+    std::memcpy(f.c, "caf\xe9  ", 6);
+    EXPECT_EQ(f.str(), QString::fromUtf8("café  "));
+    EXPECT_EQ(f.trimmed(), QString::fromUtf8("café"));
+    // "\xc3\xa9" is UTF-8 for the same letter.
+    std::memcpy(f.c, "caf\xc3\xa9 ", 6);
+    EXPECT_EQ(f.trimmed(), QString::fromUtf8("café"));
+    // A cut sequence is no UTF-8 either: the field reads byte for character.
+    std::memcpy(f.c, "ab\xce   ", 6);
+    EXPECT_EQ(f.trimmed(), QString::fromLatin1("ab\xce"));
+}
+
+TEST(Fixed, Utf8AsciiIsStillOneBytePerCharacterAndCutAtTheWidth) {
+    const Fixed<5> f(QStringLiteral("ab\r\ncd"));
+    EXPECT_EQ(bytes_of(f), QByteArray("ab\r\nc"));
+}
+
+TEST(CutToBytes, Utf8TextThatFitsComesBackWhole) {
+    const QString t = QStringLiteral("Party 🎉");
+    EXPECT_EQ(utf8_size(t), 10);
+    EXPECT_EQ(cut_to_bytes(t, 10), t);
+    EXPECT_EQ(cut_to_bytes(t, 9), QStringLiteral("Party "));
+    EXPECT_EQ(cut_to_bytes(t, 0), QString());
+    EXPECT_EQ(cut_to_bytes(QStringLiteral("会议"), 5), QStringLiteral("会"));
+}
+
+TEST(CutToBytes, Utf8NeverSplitsASurrogatePair) {
+    const QString t = QStringLiteral("\U0001F389\U0001F389");
+    for (int n = 0; n <= 8; ++n) {
+        const QString cut = cut_to_bytes(t, n);
+        EXPECT_EQ(cut.size(), n / 4 * 2) << n;
+        EXPECT_EQ(utf8_size(cut), n / 4 * 4) << n;
+    }
 }
 
 TEST_F(Records, DayIndexKeepsTwoCharacters) {

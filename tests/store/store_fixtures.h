@@ -18,6 +18,14 @@ inline void PrintTo(const QString& s, std::ostream* os) {
 
 namespace orva::testing {
 
+// Texts in several scripts, each a few bytes per character in UTF-8: accented
+// Latin, Greek, Cyrillic, Chinese and an emoji outside the 16-bit range.
+inline QStringList texts_in_many_scripts() {
+    return {QString::fromUtf8("Café crème"), QString::fromUtf8("Zoë"),
+            QString::fromUtf8("Συνάντηση"),  QString::fromUtf8("Встреча"),
+            QString::fromUtf8("会议"),       QString::fromUtf8("Party 🎉")};
+}
+
 // An appointment occurrence on "mmddyyyy" with the given key and start time.
 inline appt_rec make_appt(const QString& date, const QString& id, const QString& start = "09:00",
                           const QString& text = "Dentist") {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <QObject>
+#include <cstddef>
 
 namespace orva::testing {
 namespace {
@@ -139,6 +140,21 @@ TEST_F(DayGrid, BlockTextShowsTheStartWhenTimesAreOn) {
     s.menus.mnuShowTimes = false;
     rebuild(s);
     EXPECT_EQ(s.vsSched.TextMatrix(29, 2), "Dentist");
+}
+
+TEST_F(DayGrid, Utf8TextsShowInTheirBlocksAfterARebuild) {
+    const QStringList texts = texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        const QString start = QTime(8 + i, 0).toString("HH:mm");
+        env.add(env.entry("k" + QString::number(i), start, start, texts[i]));
+    }
+    s.menus.mnuShowTimes = false;
+    rebuild(s);
+    for (int i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(s.vsSched.TextMatrix(17 + 2 * i, 2), texts[i]) << i;
+    s.menus.mnuShowTimes = true;
+    rebuild(s);
+    EXPECT_EQ(s.vsSched.TextMatrix(27, 2), "1:00 pm   " + texts[5]);
 }
 
 TEST_F(DayGrid, TimedBlockIsBoxedPaintedAndPictured) {
@@ -571,6 +587,46 @@ TEST_F(TypedEntry, LongTextIsCutToFiftyAfterTheRebuild) {
     type(25, 2, longer);
     EXPECT_EQ(s.appt_row(1)->appt_text.str(), QString(50, QLatin1Char('x')));
     EXPECT_EQ(s.vsSched.TextMatrix(25, 2), QString(50, QLatin1Char('x')));
+}
+
+TEST_F(TypedEntry, Utf8TextTypedIntoAFreeCellIsStoredAndShownAfterTheRebuild) {
+    rebuild(s);
+    s.menus.mnuShowTimes = false;
+    const QStringList texts = texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        type(17 + 2 * i, 2, texts[i]);
+        env.clock.advance_secs(1);
+    }
+    const QByteArray b = member();
+    ASSERT_EQ(b.size(), texts.size() * 477);
+    for (int i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(b.mid(i * 477 + offsetof(appt_rec, appt_text), 50),
+                  texts[i].toUtf8().leftJustified(50, ' '))
+            << i;
+    EXPECT_FALSE(b.contains('?'));
+
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    rebuild(s);
+    for (int i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(s.appt_row(i + 1)->appt_text.trimmed(), texts[i]);
+        EXPECT_EQ(s.vsSched.TextMatrix(17 + 2 * i, 2), texts[i]) << i;
+    }
+}
+
+TEST_F(TypedEntry, Utf8LongTextIsCutToFiftyBytesBetweenCharacters) {
+    rebuild(s);
+    s.menus.mnuShowTimes = false;
+    type(25, 2, "αβγδεζηθικλμνξοπρστυφχψωάέ"); // 26 letters, 52 bytes
+    env.clock.advance_secs(1);
+    type(27, 2, QString(47, u'x') + "🎉");
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    rebuild(s);
+    EXPECT_EQ(s.vsSched.TextMatrix(25, 2), "αβγδεζηθικλμνξοπρστυφχψωά");
+    EXPECT_EQ(s.vsSched.TextMatrix(27, 2), QString(47, u'x'));
+    const QByteArray b = member();
+    ASSERT_EQ(b.size(), 2 * 477);
+    EXPECT_EQ(b.mid(offsetof(appt_rec, appt_text), 50), QByteArray("αβγδεζηθικλμνξοπρστυφχψωά"));
+    EXPECT_EQ(b.mid(477 + offsetof(appt_rec, appt_text), 50), QByteArray(47, 'x') + "   ");
 }
 
 TEST_F(TypedEntry, NoonRowStoresTwelve) {

@@ -1,5 +1,6 @@
 #include "view_fixtures.h"
 
+#include "appointments/quick_add.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
 #include "views/status.h"
@@ -451,6 +452,57 @@ TEST_F(DetailPane, ChangedNoteIsWrittenAndShown) {
     EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     ASSERT_EQ(s.appt_count, 1);
     EXPECT_EQ(s.appt_row(1)->appt_notes.trimmed(), "new");
+}
+
+TEST_F(DetailPane, Utf8TextAndNotesShowInThePane) {
+    const QStringList texts = texts_in_many_scripts();
+    for (int i = 0; i < texts.size(); ++i) {
+        const QString start = QTime(8 + i, 0).toString("HH:mm");
+        appt_rec a = env.entry("k" + QString::number(i), start, start, texts[i]);
+        a.appt_notes = texts[i] + " notes";
+        env.add(a);
+    }
+    rebuild(s);
+    for (int i = 0; i < texts.size(); ++i) {
+        select(17 + 2 * i, 2);
+        EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), texts[i]);
+        EXPECT_EQ(s.ctl("rtNotes").text, texts[i] + " notes");
+    }
+}
+
+TEST_F(DetailPane, Utf8ChangedNoteIsWrittenAndShownWithinItsBytes) {
+    appt_rec a = env.entry("a", "09:00", "10:00", "Συνάντηση");
+    a.appt_notes = QStringLiteral("Встреча");
+    env.add(a);
+    rebuild(s);
+    select(19, 2);
+    QString typed;
+    env.m.forms["frmNotes"] = [&] {
+        NotesForm f;
+        frmNotes_Load(s, f);
+        EXPECT_EQ(f.rtNotes, "Встреча");
+        f.rtNotes = typed;
+        frmNotes_OK(s, f);
+    };
+
+    typed = QStringLiteral("会议 Party 🎉");
+    imgDtlNote_Click(s);
+    EXPECT_EQ(s.ctl("rtNotes").text, typed);
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(s.appt_row(1)->appt_notes.trimmed(), typed);
+
+    // 67 characters of three bytes are 201 for a field of 200.
+    env.m.forms["frmNotes"] = [&] {
+        NotesForm f;
+        frmNotes_Load(s, f);
+        f.rtNotes = QString(67, u'会');
+        frmNotes_OK(s, f);
+    };
+    select(19, 2);
+    imgDtlNote_Click(s);
+    EXPECT_EQ(s.ctl("rtNotes").text, QString(66, u'会'));
+    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(QByteArray(s.appt_row(1)->appt_notes.c, 200), QString(66, u'会').toUtf8() + "  ");
 }
 
 TEST_F(DetailPane, CountPanelReadsCalendarUpdatedEvenWhenNoteUnchanged) {
