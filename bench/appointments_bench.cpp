@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 using namespace orva;
@@ -41,7 +42,7 @@ int lines_of(AppState& s, QChar kind) {
     for (const QString& m : s.archive.members(s.cal_path)) {
         if (m.at(0) != kind) continue;
         QByteArray b;
-        s.archive.get(s.cal_path, m, b);
+        if (s.archive.get(s.cal_path, m, b) != 0) std::exit(1);
         n += int(b.count('\n'));
     }
     return n;
@@ -87,7 +88,7 @@ int main() {
     // Open today's occurrence, change its text, OK: the whole series and its
     // reminders are deleted and made again.
     clock.advance_secs(1);
-    load_appts(*s, s->cur_date, s->cal_path, 0);
+    if (load_appts(*s, s->cur_date, s->cal_path, 0) != 0) return 1;
     s->new_appt = false;
     s->edit_index = 1;
     f = ApptForm{};
@@ -99,7 +100,7 @@ int main() {
     const int rows_after_edit = lines_of(*s, u'c'), rmdrs_after_edit = lines_of(*s, u'r');
     s->appt_form = nullptr;
 
-    load_appts(*s, s->cur_date, s->cal_path, 0);
+    if (load_appts(*s, s->cur_date, s->cal_path, 0) != 0) return 1;
     s->edit_index = 1;
     const double del = ms([&] { delCmd_Click(*s); });
     const int rows_left = lines_of(*s, u'c'), rmdrs_left = lines_of(*s, u'r');

@@ -215,13 +215,17 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         fail(err::bad_name);
         return nullptr;
     }
+    auto cached = conns_.find(k);
+    // Inside its transaction the connection holds the write lock: the file
+    // cannot have been replaced since.
+    if (cached != conns_.end() && cached->second->in_tx) return cached->second;
     dev_t dev = 0;
     ino_t ino = 0;
     const bool exists = file_identity(k, dev, ino);
 
-    if (auto it = conns_.find(k); it != conns_.end()) {
+    if (auto it = cached; it != conns_.end()) {
         Conn* c = it->second;
-        if (c->in_tx || (exists && c->dev == dev && c->ino == ino)) {
+        if (exists && c->dev == dev && c->ino == ino) {
             begin_if_commanded(k, c);
             return c;
         }

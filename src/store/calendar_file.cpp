@@ -5,7 +5,6 @@
 #include "shell/modal.h"
 #include "store/member_format.h"
 
-#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -95,10 +94,7 @@ void call(const std::function<void()>& f) {
 template <class Rec, class Take>
 void read_member(Shared& s, const QByteArray& member,
                  void (MemberReader::*read)(Rec&, QByteArray&, int), Take take) {
-    QBuffer buf;
-    buf.setData(member);
-    buf.open(QIODevice::ReadOnly);
-    MemberReader in(buf);
+    MemberReader in(member);
     Rec rec;
     QByteArray rec_end;
     while (!in.at_end()) {
@@ -278,10 +274,7 @@ int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QSt
     if (got == err::not_found) return err::none;
     if (got != err::none) return got;
 
-    QBuffer buf;
-    buf.setData(member);
-    buf.open(QIODevice::ReadOnly);
-    MemberReader in(buf);
+    MemberReader in(member);
     const Fixed<12> id(key);
     QByteArray out;
     out.reserve(member.size());
@@ -294,12 +287,12 @@ int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind, const QSt
             appt_rec rec;
             in.read_appt(rec, rec_end, s.cur.rec_end_len);
             if (rec.appt_id == id) continue;
-            out += appt_line(rec);
+            out.append(reinterpret_cast<const char*>(&rec), appt_line_width);
         } else {
             rmdr_rec rec;
             in.read_rmdr(rec, rec_end, s.cur.rec_end_len);
             if (rec.rmdr_id == id) continue;
-            out += rmdr_line(rec);
+            out.append(reinterpret_cast<const char*>(&rec), rmdr_line_width);
         }
         out.append(line_end, line_end_len);
         ++kept;

@@ -11,7 +11,7 @@ template <typename Rec, size_t K>
 void read_fields(MemberReader& in, Rec& r, const int (&widths)[K]) {
     char* at = reinterpret_cast<char*>(&r);
     for (int w : widths) {
-        const QByteArray field = in.read(w);
+        const QByteArrayView field = in.read(w);
         std::memcpy(at, field.constData(), size_t(field.size()));
         std::memset(at + field.size(), ' ', size_t(w - field.size()));
         at += w;
@@ -42,12 +42,12 @@ QByteArray rmdr_line(const rmdr_rec& r) {
 
 void MemberReader::read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len) {
     read_fields(*this, r, appt_widths);
-    rec_end = read(rec_end_len);
+    rec_end = read(rec_end_len).toByteArray();
 }
 
 void MemberReader::read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len) {
     read_fields(*this, r, rmdr_widths);
-    rec_end = read(rec_end_len);
+    rec_end = read(rec_end_len).toByteArray();
 }
 
 } // namespace orva

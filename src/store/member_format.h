@@ -3,7 +3,8 @@
 #include "store/records.h"
 
 #include <QByteArray>
-#include <QIODevice>
+#include <QByteArrayView>
+#include <algorithm>
 
 namespace orva {
 
@@ -23,23 +24,30 @@ inline constexpr int rmdr_widths[] = {8, 5, 5, 12, 50, 15, 8, 8, 5, 1, 2, 150, 2
 QByteArray appt_line(const appt_rec& r);
 QByteArray rmdr_line(const rmdr_rec& r);
 
-// Reads a member by byte count, not by line, so a field may hold any
+// Reads a member's bytes by count, not by line, so a field may hold any
 // character, a line end included, as long as every line keeps its width.
 class MemberReader {
   public:
-    explicit MemberReader(QIODevice& in) : in_(in) {}
+    // The reader looks into `member`, which must outlive it.
+    explicit MemberReader(QByteArrayView member) : data_(member) {}
 
     // Exactly `count` bytes, or what is left when fewer remain.
-    QByteArray read(int count) { return in_.read(count); }
-    bool at_end() const { return in_.atEnd(); }
+    QByteArrayView read(int count) {
+        const qsizetype n = std::min<qsizetype>(count, data_.size() - pos_);
+        const QByteArrayView out = data_.sliced(pos_, n);
+        pos_ += n;
+        return out;
+    }
+    bool at_end() const { return pos_ >= data_.size(); }
 
-    // One record, field by field, then `rec_end_len` bytes into
-    // `rec_end`. A short last line leaves its missing fields blank.
+    // One record, field by field, then `rec_end_len` bytes into `rec_end`.
+    // A short last line leaves its missing fields blank.
     void read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
     void read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);
 
   private:
-    QIODevice& in_;
+    QByteArrayView data_;
+    qsizetype pos_ = 0;
 };
 
 } // namespace orva

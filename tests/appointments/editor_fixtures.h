@@ -4,7 +4,6 @@
 #include "appointments/appt_editor.h"
 #include "store/member_format.h"
 
-#include <QBuffer>
 #include <vector>
 
 namespace orva::testing {
@@ -80,9 +79,7 @@ struct EditorEnv : ViewEnv {
     bool has_member(const QString& name) { return s.archive.members(s.cal_path).contains(name); }
     std::vector<appt_rec> appts_in(const QString& yymm) {
         QByteArray bytes = member_bytes(QStringLiteral("c") + yymm + QStringLiteral(".cal"));
-        QBuffer buf(&bytes);
-        buf.open(QIODevice::ReadOnly);
-        MemberReader in(buf);
+        MemberReader in(bytes);
         std::vector<appt_rec> out;
         QByteArray end;
         while (!in.at_end()) {
@@ -94,9 +91,7 @@ struct EditorEnv : ViewEnv {
     }
     std::vector<rmdr_rec> rmdrs_in(const QString& yymm) {
         QByteArray bytes = member_bytes(QStringLiteral("r") + yymm + QStringLiteral(".rmd"));
-        QBuffer buf(&bytes);
-        buf.open(QIODevice::ReadOnly);
-        MemberReader in(buf);
+        MemberReader in(bytes);
         std::vector<rmdr_rec> out;
         QByteArray end;
         while (!in.at_end()) {

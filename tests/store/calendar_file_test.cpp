@@ -200,7 +200,7 @@ TEST_F(CalendarFile, Utf8TextNotesAndSoundSurviveAWriteAndAReload) {
             << i;
     EXPECT_FALSE(bytes.contains('?'));
 
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.appt_count, texts.size());
     for (int i = 0; i < texts.size(); ++i) {
         const appt_rec& r = *s.appt_row(i + 1);
@@ -221,7 +221,7 @@ TEST_F(CalendarFile, Utf8ReminderTextAndSoundSurviveAWriteAndAReload) {
     const QByteArray bytes = member("r2603.rmd");
     ASSERT_EQ(bytes.size(), texts.size() * 273);
     EXPECT_FALSE(bytes.contains('?'));
-    load_rmdrs(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.rmdr_count, texts.size());
     for (int i = 0; i < texts.size(); ++i) {
         EXPECT_EQ(s.rmdr_row(i + 1)->rmdr_text.trimmed(), texts[i]);
@@ -233,11 +233,11 @@ TEST_F(CalendarFile, Utf8MemberWrittenAsLatin1LoadsAndIsRewrittenAsUtf8) {
     appt_rec old = make_appt("03202026", "OLD");
     std::memcpy(old.appt_text.c, "Caf\xe9 cr\xe8me", 10);
     put_member("c2603.cal", appt_line(old) + "\r\n");
-    load_appts(s, QDate(2026, 3, 15), cal, 0);
+    EXPECT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.appt_count, 1);
     EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString::fromUtf8("Café crème"));
 
-    write_appts(s, cal, 2, 1);
+    EXPECT_EQ(write_appts(s, cal, 2, 1), 0);
     const QByteArray bytes = member("c2603.cal");
     ASSERT_EQ(bytes.size(), 477);
     EXPECT_EQ(bytes.mid(offsetof(appt_rec, appt_text), 50),

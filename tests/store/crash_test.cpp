@@ -83,6 +83,9 @@ TEST_F(CrashSafety, KilledCommandLeavesTheFileAsItWasBefore) {
     QByteArray probe;
     EXPECT_EQ(a.get(env->cal, "c2603.cal", probe), 0);
     EXPECT_EQ(snapshot(env->cal), before);
+    // Nothing but the calendar and SQLite's log beside it is left in the
+    // folder: no copy of a member, no temporary file.
+    EXPECT_EQ(env->loose_files(), QStringList());
     // A journal left behind must not stand in the way of the next command.
     EXPECT_EQ(a.put(env->cal, "c2607.cal", "next"), 0);
     EXPECT_EQ(snapshot(env->cal).size(), before.size() + 1);

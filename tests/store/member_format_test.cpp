@@ -2,7 +2,6 @@
 
 #include "store_fixtures.h"
 
-#include <QBuffer>
 #include <gtest/gtest.h>
 
 using namespace orva;
@@ -42,9 +41,7 @@ TEST(MemberFormat, ReaderTakesFieldsByCountSoALineEndMayStandInAField) {
     appt_rec a = make_appt("03152026", "A1", "09:00", "two\r\nlines");
     appt_rec b = make_appt("03162026", "B2");
     QByteArray bytes = appt_line(a) + line_end + appt_line(b) + line_end;
-    QBuffer buf(&bytes);
-    buf.open(QIODevice::ReadOnly);
-    MemberReader in(buf);
+    MemberReader in(bytes);
 
     appt_rec got;
     QByteArray rec_end;
@@ -59,9 +56,7 @@ TEST(MemberFormat, ReaderTakesFieldsByCountSoALineEndMayStandInAField) {
 
 TEST(MemberFormat, ShortLastLineLeavesItsMissingFieldsBlank) {
     QByteArray bytes = appt_line(make_appt("03152026", "A1")).left(30);
-    QBuffer buf(&bytes);
-    buf.open(QIODevice::ReadOnly);
-    MemberReader in(buf);
+    MemberReader in(bytes);
     appt_rec got;
     QByteArray rec_end;
     in.read_appt(got, rec_end, 2);
@@ -76,9 +71,7 @@ TEST(MemberFormat, ReminderRoundTripsByteForByte) {
     rmdr_rec r = make_rmdr("04/01/26", "X9", "23:59");
     r.rmdr_alarm_text = QString::fromLatin1("/home/\xe9t\xe9/alarm.wav");
     QByteArray bytes = rmdr_line(r) + line_end;
-    QBuffer buf(&bytes);
-    buf.open(QIODevice::ReadOnly);
-    MemberReader in(buf);
+    MemberReader in(bytes);
     rmdr_rec got;
     QByteArray rec_end;
     in.read_rmdr(got, rec_end, 2);

@@ -605,7 +605,7 @@ TEST_F(TypedEntry, Utf8TextTypedIntoAFreeCellIsStoredAndShownAfterTheRebuild) {
             << i;
     EXPECT_FALSE(b.contains('?'));
 
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     rebuild(s);
     for (int i = 0; i < texts.size(); ++i) {
         EXPECT_EQ(s.appt_row(i + 1)->appt_text.trimmed(), texts[i]);
@@ -619,7 +619,7 @@ TEST_F(TypedEntry, Utf8LongTextIsCutToFiftyBytesBetweenCharacters) {
     type(25, 2, "αβγδεζηθικλμνξοπρστυφχψωάέ"); // 26 letters, 52 bytes
     env.clock.advance_secs(1);
     type(27, 2, QString(47, u'x') + "🎉");
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     rebuild(s);
     EXPECT_EQ(s.vsSched.TextMatrix(25, 2), "αβγδεζηθικλμνξοπρστυφχψωά");
     EXPECT_EQ(s.vsSched.TextMatrix(27, 2), QString(47, u'x'));

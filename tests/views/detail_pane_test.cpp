@@ -488,7 +488,7 @@ TEST_F(DetailPane, Utf8ChangedNoteIsWrittenAndShownWithinItsBytes) {
     typed = QStringLiteral("会议 Party 🎉");
     imgDtlNote_Click(s);
     EXPECT_EQ(s.ctl("rtNotes").text, typed);
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     EXPECT_EQ(s.appt_row(1)->appt_notes.trimmed(), typed);
 
     // 67 characters of three bytes are 201 for a field of 200.
@@ -501,7 +501,7 @@ TEST_F(DetailPane, Utf8ChangedNoteIsWrittenAndShownWithinItsBytes) {
     select(19, 2);
     imgDtlNote_Click(s);
     EXPECT_EQ(s.ctl("rtNotes").text, QString(66, u'会'));
-    load_appts(s, s.cur_date, s.cal_path, 0);
+    EXPECT_EQ(load_appts(s, s.cur_date, s.cal_path, 0), 0);
     EXPECT_EQ(QByteArray(s.appt_row(1)->appt_notes.c, 200), QString(66, u'会').toUtf8() + "  ");
 }
 
