@@ -4,9 +4,9 @@
 #include "appointments/appt_editor.h"
 #include "appointments/delete_copy.h"
 #include "appointments/saving.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "shell/app_state.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 

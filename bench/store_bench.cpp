@@ -8,9 +8,9 @@
 //   file_bytes=<n>
 #include "appointments/appt_editor.h"
 #include "appointments/delete_copy.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "shell/app_state.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
 #include "store/calendar_file.h"
 #include "support/io_shim.h"
 #include "views/day_view.h"

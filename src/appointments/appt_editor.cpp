@@ -2,9 +2,9 @@
 
 #include "appointments/recurrence.h"
 #include "appointments/saving.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "reminders/reminder_setup.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
 #include "views/day_view.h"
 
 #include <QLocale>

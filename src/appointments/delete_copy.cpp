@@ -2,10 +2,10 @@
 
 #include "appointments/recurrence.h"
 #include "appointments/saving.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
+#include "core/modal.h"
 #include "reminders/reminder_setup.h"
-#include "shell/clock.h"
-#include "shell/event_loop.h"
-#include "shell/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
@@ -225,10 +225,10 @@ int copy_appt(AppState& s, ApptForm& f) {
         if (const int e = load_rmdrs(s, clock().today(), s.cal_path, s.months_back)) return e;
     } else {
         fill_appt_row(s, f, n, key);
-        if (const int e = write_appts(s, s.cal_path, 8, n)) return e;
+        if (const int e = write_appts(s, s.cal_path, append_mode, n)) return e;
         const appt_rec* row = s.appt_row(n);
         if (row && field_number(row->appt_rem_lead, 0) != 0)
-            if (const int e = add_rmdr(s, 8, s.cal_path, n)) return e;
+            if (const int e = add_rmdr(s, append_mode, s.cal_path, n)) return e;
         if (const int e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back)) return e;
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;

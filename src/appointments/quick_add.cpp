@@ -1,6 +1,6 @@
 #include "appointments/quick_add.h"
 
-#include "shell/modal.h"
+#include "core/modal.h"
 #include "views/day_view.h"
 
 namespace orva {

@@ -1,9 +1,9 @@
 #include "appointments/recurrence.h"
 
 #include "appointments/saving.h"
-#include "shell/clock.h"
-#include "shell/event_loop.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/event_loop.h"
+#include "core/modal.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 
 #include "appointments/delete_copy.h"
 #include "appointments/recurrence.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "reminders/reminder_setup.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
@@ -110,8 +110,8 @@ bool save_appt(AppState& s, ApptForm& f) {
         } else {
             ++s.appt_count;
             fill_appt_row(s, f, s.appt_count, key);
-            e = write_appts(s, s.cal_path, 8, s.appt_count);
-            if (!e && s.rem_lead > 0) e = add_rmdr(s, 8, s.cal_path, s.appt_count);
+            e = write_appts(s, s.cal_path, append_mode, s.appt_count);
+            if (!e && s.rem_lead > 0) e = add_rmdr(s, append_mode, s.cal_path, s.appt_count);
         }
         if (!e) e = reload_rmdrs(s, s.cur_date);
         if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
@@ -203,12 +203,12 @@ int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
         }
     } else {
         fill_appt_row(s, f, row, key);
-        if (const int e = write_appts(s, s.cal_path, 8, row)) return e;
+        if (const int e = write_appts(s, s.cal_path, append_mode, row)) return e;
         if (s.mark_past) {
             if (const int e = drop_old_rmdrs()) return e;
             const appt_rec* now = s.appt_row(row);
             if (now && field_number(now->appt_rem_lead, 0) != 0)
-                if (const int e = add_rmdr(s, 8, s.cal_path, row)) return e;
+                if (const int e = add_rmdr(s, append_mode, s.cal_path, row)) return e;
             if (const int e = reload_rmdrs(s, s.cur_date)) return e;
         }
     }

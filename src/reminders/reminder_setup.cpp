@@ -1,8 +1,8 @@
 #include "reminders/reminder_setup.h"
 
 #include "appointments/saving.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "store/calendar_file.h"
 
 #include <algorithm>
@@ -11,7 +11,6 @@ namespace orva {
 
 namespace {
 
-constexpr int rebuild_mode = 2;
 constexpr int max_lead = 59;
 constexpr int minutes_per_day = 24 * 60;
 
@@ -299,7 +298,7 @@ void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a) {
 
 int add_rmdr(AppState& s, int mode, const QString& cal_file, int row) {
     Archive::Command command(s.archive, cal_file);
-    if (mode == rebuild_mode) {
+    if (mode == rewrite_mode) {
         // Appends a row for every entry in view, whatever its lead, beside the
         // lines already there; nothing in the menus reaches it.
         s.rmdr_count = 0;
@@ -347,8 +346,8 @@ int store_rem_settings(AppState& s, int row) {
     // appt_tbl mirrors the members it was loaded from, month by month, so
     // rewriting all of it changes only the month of this row; a rewrite of
     // rows 1..row alone would drop the later rows of that month.
-    if (const int e = write_appts(s, s.cal_path, rebuild_mode, s.appt_count)) return e;
-    if (const int e = add_rmdr(s, rebuild_mode, s.cal_path, row)) return e;
+    if (const int e = write_appts(s, s.cal_path, rewrite_mode, s.appt_count)) return e;
+    if (const int e = add_rmdr(s, rewrite_mode, s.cal_path, row)) return e;
     return command.finish();
 }
 

@@ -1,58 +1,16 @@
 #pragma once
 
-#include "store/grid.h"
+#include "core/controls.h"
+#include "core/window_port.h"
+#include "grid/grid.h"
 #include "store/shared.h"
 
-#include <QRect>
 #include <QString>
-#include <QStringList>
 #include <map>
 
 namespace orva {
 
 struct ApptForm;
-
-// Check marks of the main menu that the options row carries. The window
-// mirrors them onto its actions; the logic reads and writes only these.
-struct MenuChecks {
-    bool mnuColorY = true;       // appointment cells yellow
-    bool mnuColorSelect = false; // appointment cells in the chosen colour
-    bool mnuTips = true;         // "Tooltips"
-    bool mnuShowTimes = true;    // "Show Times in appointment text"
-    bool mnuStat = true;         // "Show status bar"; the bar follows it
-    bool mnuStart = false;       // "Start when computer starts"
-};
-
-// A control of the main form other than a grid, as the logic sees it: the
-// window copies these onto its widgets (found by object name) after every
-// event it forwards, so the logic never touches a widget.
-struct Control {
-    bool enabled = true;
-    bool visible = true;
-    QString text; // caption, label text or the plain text of a text box
-    QString tip;  // tool-tip
-};
-
-// A drop-down list of the main form: its items and the selected position
-// (-1 none). Changing list_index from the logic does not run the list's
-// change handler; callers run it themselves where the program does.
-struct ComboList {
-    QStringList items;
-    int list_index = -1;
-    QString text() const {
-        return list_index >= 0 && list_index < items.size() ? items[list_index] : QString();
-    }
-    void clear() {
-        items.clear();
-        list_index = -1;
-    }
-};
-
-// One panel of the status bar.
-struct StatusPanel {
-    QString text;
-    QString tip;
-};
 
 // The whole shared module: the store's tables and files plus the main form's
 // grids, flags and option variables. One instance for the process; tests
@@ -169,31 +127,6 @@ struct AppState : Shared {
     QString notes_shown; // what frmNotes opened with
     bool notes_dirty = false;
     QString caller_form; // "apptfrm" or "dtlfrm"
-};
-
-// What the shell's logic needs of the main window. Geometry is in twips.
-class WindowPort {
-  public:
-    virtual ~WindowPort() = default;
-    virtual QRect work_area() const = 0; // the screen less the panels
-    virtual QRect frame() const = 0;     // left, top, width, height now
-    virtual void move_to(const QRect& r) = 0;
-    virtual int window_state() const = 0;
-    virtual void set_window_state(int state) = 0;
-    virtual bool status_bar_visible() const = 0;
-    virtual void set_status_bar_visible(bool on) = 0;
-    virtual double twips_per_pixel_x() const = 0;
-    virtual double twips_per_pixel_y() const = 0;
-    // Lays out the planner that is current (week, else month, else day).
-    virtual void layout_view() = 0;
-    // Puts the day planner up after a load (the view's own steps).
-    virtual void show_day_view() = 0;
-    virtual void show_long_date(const QString& text) = 0;
-    virtual void set_busy(bool busy) = 0; // the hourglass
-    // Hides to the tray when there is one; false when there is none.
-    virtual bool hide_to_tray() = 0;
-    virtual void sync_menus() = 0;  // the menu checks changed
-    virtual void end_program() = 0; // closes everything at once
 };
 
 } // namespace orva

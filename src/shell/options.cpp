@@ -1,7 +1,7 @@
 #include "shell/options.h"
 
-#include "shell/clock.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/modal.h"
 
 #include <QStringList>
 

@@ -1,7 +1,8 @@
 #include "shell/startup.h"
 
-#include "shell/clock.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/modal.h"
+#include "shell/file_commands.h"
 #include "shell/options.h"
 #include "shell/single_instance.h"
 #include "store/calendar_file.h"

@@ -1,10 +1,10 @@
 #include "store/archive.h"
 
-#include "shell/clock.h"
+#include "core/clock.h"
+#include "core/logging.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QtEndian>
 #include <optional>
 #include <sqlite3.h>
@@ -13,8 +13,6 @@
 namespace orva {
 
 namespace {
-
-Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
 
 using err::not_found;
 constexpr int orva_application_id = 0x4F525641; // "ORVA"

@@ -4,7 +4,6 @@
 
 #include <QDate>
 #include <QString>
-#include <functional>
 
 namespace orva {
 
@@ -16,6 +15,11 @@ namespace orva {
 // errors.h); 53 from a read only means the month has no member, which is no
 // failure. Inside an Archive::Command a failed step has already failed the
 // whole command, so a caller may stop at once.
+
+// The io_mode of the write routines: append the lines to what the member
+// holds, or write the member anew with only them.
+inline constexpr int append_mode = 8;
+inline constexpr int rewrite_mode = 2;
 
 // Member names, "c" + yymm + ".cal" and "r" + yymm + ".rmd".
 QString appt_member_name(const QString& yymm);
@@ -61,28 +65,5 @@ enum class MemberKind { appointments, reminders };
 // missing. `kept`, when given, receives the number of lines kept.
 [[nodiscard]] int delete_by_key(Shared& s, const QString& cal_file, MemberKind kind,
                                 const QString& yymm, const QString& key, int* kept = nullptr);
-
-// What the File commands need of the rest of the program. A hook that is not
-// set falls away; the command goes on with the next step.
-struct CalendarHooks {
-    std::function<QDate()> shown_month;      // the navigator's month and year
-    std::function<void()> load_options;      // options of the new cal_path
-    std::function<void()> reset_counters;    // day, week and month counters to 0
-    std::function<void()> rebuild_view;      // the current planner, ending in an options save
-    std::function<void(bool)> enable_delete; // the File > Delete command
-};
-
-// File > New, File > Open, File > Delete, with their dialogs and messages
-// through the modal seam.
-void new_calendar(Shared& s, const CalendarHooks& h);
-void open_calendar(Shared& s, const CalendarHooks& h);
-void delete_calendar(Shared& s, const CalendarHooks& h);
-
-// What the user is told when a calendar cannot take changes (at start and on
-// open), when File New could not write the new file (the error number
-// follows), and when File Delete could not remove it.
-QString cannot_write_text(const QString& cal_file);
-QString couldnt_create_text(const QString& cal_file);
-QString couldnt_delete_calendar_text(const QString& cal_file);
 
 } // namespace orva

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/field_text.h"
+#include "core/field_text.h"
 
 #include <QDate>
 #include <QString>

@@ -4,6 +4,7 @@
 #include "store/records.h"
 
 #include <QString>
+#include <functional>
 
 namespace orva {
 
@@ -17,6 +18,14 @@ struct Shared : Tables {
     // The open calendar cannot take changes, and the user has been told so.
     bool cal_read_only = false;
     Archive archive;
+    // Called once for each member that long store work reads or writes, so
+    // that the caller can keep its window alive; the store never runs an
+    // event loop itself. None by default.
+    std::function<void()> progress;
+
+    void report_progress() const {
+        if (progress) progress();
+    }
 };
 
 } // namespace orva

@@ -3,8 +3,8 @@
 #include "appointments/delete_copy.h"
 #include "appointments/saving.h"
 #include "appointments/stickers.h"
-#include "shell/clock.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "shell/options.h"
 #include "store/calendar_file.h"
 #include "views/detail_pane.h"
@@ -647,7 +647,7 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
 
         {
             Archive::Command command(s.archive, s.cal_path);
-            int e = write_appts(s, s.cal_path, 8, index);
+            int e = write_appts(s, s.cal_path, append_mode, index);
             if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
             command.abort(e);
             if (command.finish() != err::none) {

@@ -1,7 +1,7 @@
 #include "views/detail_pane.h"
 
 #include "appointments/saving.h"
-#include "shell/modal.h"
+#include "core/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/status.h"
@@ -263,7 +263,7 @@ void imgDtlNote_Click(AppState& s) {
     if (rtrim(s.notes_text) != rtrim(before)) {
         // Only this occurrence: the rest of a series keeps its notes.
         a->appt_notes = s.notes_text;
-        if (write_appts(s, s.cal_path, 2, s.appt_count) != err::none) {
+        if (write_appts(s, s.cal_path, rewrite_mode, s.appt_count) != err::none) {
             // The note changed in the table only; the reload takes it back.
             report_failed_update(s);
             return;

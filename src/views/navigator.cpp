@@ -1,7 +1,7 @@
 #include "views/navigator.h"
 
-#include "shell/clock.h"
-#include "shell/modal.h"
+#include "core/clock.h"
+#include "core/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"

@@ -1,7 +1,7 @@
 #include "../appointments/editor_fixtures.h"
 #include "../support/typing.h"
-#include "appointments/frmAppt1.h"
-#include "shell/qt_modal.h"
+#include "appointments/ui/frmAppt1.h"
+#include "core/ui/qt_modal.h"
 
 #include <QApplication>
 #include <QCheckBox>

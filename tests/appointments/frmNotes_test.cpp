@@ -1,7 +1,7 @@
 #include "../support/typing.h"
 #include "../views/view_fixtures.h"
-#include "appointments/frmNotes.h"
-#include "shell/qt_modal.h"
+#include "appointments/ui/frmNotes.h"
+#include "core/ui/qt_modal.h"
 
 #include <QApplication>
 #include <QPlainTextEdit>

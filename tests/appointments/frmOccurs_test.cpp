@@ -1,6 +1,6 @@
 #include "../views/view_fixtures.h"
-#include "appointments/frmOccurs.h"
-#include "shell/qt_modal.h"
+#include "appointments/ui/frmOccurs.h"
+#include "core/ui/qt_modal.h"
 
 #include <QApplication>
 #include <QCalendarWidget>

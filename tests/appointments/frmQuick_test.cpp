@@ -1,7 +1,7 @@
 #include "../views/view_fixtures.h"
-#include "appointments/frmQuick.h"
-#include "shell/qt_modal.h"
-#include "store/grid_widget.h"
+#include "appointments/ui/frmQuick.h"
+#include "core/ui/qt_modal.h"
+#include "grid/ui/grid_widget.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "../views/view_fixtures.h"
 #include "appointments/recurrence.h"
-#include "shell/event_loop.h"
+#include "core/event_loop.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "../store/store_fixtures.h"
-#include "appointments/sticker_pictures.h"
 #include "appointments/stickers.h"
+#include "appointments/ui/sticker_pictures.h"
 
 #include <QFontDatabase>
 #include <QFontMetrics>

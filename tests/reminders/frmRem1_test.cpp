@@ -1,7 +1,7 @@
 #include "../support/typing.h"
 #include "../views/view_fixtures.h"
-#include "reminders/frmRem1.h"
-#include "shell/qt_modal.h"
+#include "core/ui/qt_modal.h"
+#include "reminders/ui/frmRem1.h"
 
 #include <QApplication>
 #include <QComboBox>

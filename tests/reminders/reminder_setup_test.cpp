@@ -67,7 +67,7 @@ using ReminderDue = Reminders;
 TEST_F(ReminderDue, ThirtyMinutesBeforeMarchFirstAtQuarterPastMidnightLandsInFebruary) {
     editing(true);
     one_row(with_lead(QStringLiteral("03012026"), QStringLiteral("00:15"), 30, 0));
-    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
 
     ASSERT_EQ(s.rmdr_count, 1);
     const rmdr_rec& r = *s.rmdr_row(1);
@@ -83,7 +83,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
     editing(false);
     // The start the row carries does not count: the box says untimed.
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "00:00");
 }
@@ -91,7 +91,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
 TEST_F(ReminderDue, TimedBoxCountsFromTheStart) {
     editing(true);
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "14:30");
 }
@@ -236,7 +236,7 @@ TEST_F(AddRmdr, OneRowRaisesTheCountAndAppendsToItsMember) {
               0);
     s.rmdr_count = 2;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(3)->rmdr_time.str(), "14:25");
     const QStringList mar = member_lines(s, QStringLiteral("r2603.rmd"));
@@ -248,7 +248,7 @@ TEST_F(AddRmdr, RowsPastTheTableLimitArePassedOverSilently) {
     editing(true);
     s.rmdr_count = rmdr_limit;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    EXPECT_EQ(add_rmdr(s, 8, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, rmdr_limit + 1);
     EXPECT_EQ(s.rmdr_row(rmdr_limit + 1), nullptr);
     EXPECT_TRUE(s.archive.members(s.cal_path).filter(QStringLiteral(".rmd")).isEmpty());
@@ -265,7 +265,7 @@ TEST_F(AddRmdr, RebuildMakesOneRowForEveryAppointmentInView) {
                                QStringLiteral("200002000312"));
     *s.appt_row(3) = with_lead(QStringLiteral("04022026"), QStringLiteral("     "), 2, 2,
                                QStringLiteral("020003000312"));
-    EXPECT_EQ(add_rmdr(s, 2, s.cal_path, 0), 0);
+    EXPECT_EQ(add_rmdr(s, rewrite_mode, s.cal_path, 0), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "02/28/26");
     EXPECT_EQ(s.rmdr_row(2)->rmdr_time.str(), "13:30");

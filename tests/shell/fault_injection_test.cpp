@@ -5,6 +5,7 @@
 #include "../appointments/editor_fixtures.h"
 #include "appointments/delete_copy.h"
 #include "reminders/reminder_setup.h"
+#include "shell/file_commands.h"
 #include "shell/options.h"
 #include "support/io_shim.h"
 #include "views/detail_pane.h"
@@ -98,7 +99,7 @@ void busy_year(EditorEnv& e) {
     quint32 seed = 2026;
     const auto word = [&seed] {
         static const char* const words[] = {"budget", "review", "dentist", "call", "garden",
-                                            "train", "piano", "invoice", "walk", "lunch"};
+                                            "train",  "piano",  "invoice", "walk", "lunch"};
         seed = seed * 1103515245u + 12345u;
         return QString::fromLatin1(words[(seed >> 16) % 10]) + QString::number(seed % 997);
     };
@@ -236,8 +237,7 @@ Outcome run_once(const Scenario& sc, long nth, int write_code, long* calls = nul
     if (nth == 0) return out;
 
     const std::string where = std::string(sc.name) + " call " + std::to_string(nth) + " (" +
-                              out.kind.toStdString() + ", code " + std::to_string(write_code) +
-                              ")";
+                              out.kind.toStdString() + ", code " + std::to_string(write_code) + ")";
     EXPECT_TRUE(out.fired) << where;
     bool told = false;
     for (const QString& m : e.m.messages())
@@ -256,7 +256,8 @@ Outcome run_once(const Scenario& sc, long nth, int write_code, long* calls = nul
     EXPECT_EQ(tables_of(e.s), tables_before) << where;
     const QStringList left = QDir(e.dir.path()).entryList(QDir::Files);
     for (const QString& name : left)
-        EXPECT_TRUE(name.startsWith(QLatin1String("calendar.cal"))) << where << ": " << name.toStdString();
+        EXPECT_TRUE(name.startsWith(QLatin1String("calendar.cal")))
+            << where << ": " << name.toStdString();
     return out;
 }
 

@@ -1,6 +1,6 @@
-#include "shell/clock.h"
-#include "shell/frmCal.h"
+#include "core/clock.h"
 #include "shell/single_instance.h"
+#include "shell/ui/frmCal.h"
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
 #include "support/scripted_modal.h"
@@ -67,7 +67,7 @@ TEST_F(MainWindowTest, RecordWrittenByOneRunIsReadBackByTheNext) {
         s.cur.cur_until = QStringLiteral("11/21/26");
         s.cur.cur_notes = QStringLiteral("Bring the card");
         s.add_appt_row();
-        EXPECT_EQ(write_appts(s, s.cal_path, 8, s.appt_count), 0);
+        EXPECT_EQ(write_appts(s, s.cal_path, append_mode, s.appt_count), 0);
         run->window->close();
         EXPECT_TRUE(run->window->ended());
     }

@@ -1,4 +1,4 @@
-#include "shell/clock.h"
+#include "core/clock.h"
 #include "shell/options.h"
 #include "shell/startup.h"
 #include "support/fake_window.h"

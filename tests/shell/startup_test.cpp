@@ -1,4 +1,4 @@
-#include "shell/clock.h"
+#include "core/clock.h"
 #include "shell/options.h"
 #include "shell/single_instance.h"
 #include "shell/startup.h"
@@ -205,8 +205,8 @@ TEST_F(StartupTest, CalendarThatCannotBeWrittenIsToldOnceAtStartAndResizesStayQu
     Form_Resize(s, w);
     io.set_read_only_path(QString());
     ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], "The Calendar " + cal() +
-                                   " cannot be written.  Changes you make will not be saved.");
+    EXPECT_EQ(m.messages()[0],
+              "The Calendar " + cal() + " cannot be written.  Changes you make will not be saved.");
     EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
     EXPECT_TRUE(s.cal_read_only);
 }

@@ -1,4 +1,4 @@
-#include "shell/event_loop.h"
+#include "core/event_loop.h"
 #include "store/calendar_file.h"
 
 #include "store/member_format.h"
@@ -101,11 +101,11 @@ TEST_F(CalendarFile, AppendingCreatesTheMember) {
 TEST_F(CalendarFile, AppendedAppointmentLineIs477Bytes) {
     s.appt_count = 1;
     *s.appt_row(1) = make_appt("03202026", "A1");
-    ASSERT_EQ(write_appts(s, cal, 8, 1), 0);
+    ASSERT_EQ(write_appts(s, cal, append_mode, 1), 0);
     const QByteArray bytes = member("c2603.cal");
     EXPECT_EQ(bytes.size(), 477);
     EXPECT_EQ(bytes.right(2), "\r\n");
-    ASSERT_EQ(write_appts(s, cal, 8, 1), 0);
+    ASSERT_EQ(write_appts(s, cal, append_mode, 1), 0);
     EXPECT_EQ(member("c2603.cal").size(), 2 * 477);
 }
 
@@ -237,7 +237,7 @@ TEST_F(CalendarFile, Utf8MemberWrittenAsLatin1LoadsAndIsRewrittenAsUtf8) {
     ASSERT_EQ(s.appt_count, 1);
     EXPECT_EQ(s.appt_row(1)->appt_text.trimmed(), QString::fromUtf8("Café crème"));
 
-    EXPECT_EQ(write_appts(s, cal, 2, 1), 0);
+    EXPECT_EQ(write_appts(s, cal, rewrite_mode, 1), 0);
     const QByteArray bytes = member("c2603.cal");
     ASSERT_EQ(bytes.size(), 477);
     EXPECT_EQ(bytes.mid(offsetof(appt_rec, appt_text), 50),
@@ -276,7 +276,7 @@ TEST_F(CalendarFile, RewriteReplacesOnlyTheMonthsThatHaveRows) {
     env->append_appt(make_appt("04012026", "APR"));
     s.appt_count = 1;
     *s.appt_row(1) = make_appt("03052026", "ONLY");
-    ASSERT_EQ(write_appts(s, cal, 2, 1), 0);
+    ASSERT_EQ(write_appts(s, cal, rewrite_mode, 1), 0);
     EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03052026", "ONLY")) + "\r\n");
     EXPECT_EQ(member("c2604.cal").size(), 477);
 }
@@ -286,7 +286,7 @@ TEST_F(CalendarFile, RewriteOfScatteredMonthKeepsOnlyItsLastRun) {
     *s.appt_row(1) = make_appt("03052026", "A");
     *s.appt_row(2) = make_appt("04052026", "B");
     *s.appt_row(3) = make_appt("03062026", "C");
-    ASSERT_EQ(write_appts(s, cal, 2, 3), 0);
+    ASSERT_EQ(write_appts(s, cal, rewrite_mode, 3), 0);
     EXPECT_EQ(member("c2603.cal"), appt_line(make_appt("03062026", "C")) + "\r\n");
 }
 
@@ -296,7 +296,7 @@ TEST_F(CalendarFile, SaveRmdrsRewriteCarriesTheDeliveredFlagToTheFile) {
     ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     ASSERT_EQ(s.rmdr_count, 2);
     s.rmdr_row(2)->rmdr_fired = QString("T");
-    ASSERT_EQ(save_rmdrs(s, 2, cal), 0);
+    ASSERT_EQ(save_rmdrs(s, rewrite_mode, cal), 0);
     const QByteArray bytes = member("r2603.rmd");
     ASSERT_EQ(bytes.size(), 2 * 273);
     EXPECT_EQ(bytes.mid(116, 1), "F");
@@ -308,7 +308,7 @@ TEST_F(CalendarFile, SaveRmdrsOtherModeAppendsTheLastRow) {
     ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
     s.rmdr_count = 2;
     *s.rmdr_row(2) = make_rmdr("04/01/26", "NEW");
-    ASSERT_EQ(save_rmdrs(s, 8, cal), 0);
+    ASSERT_EQ(save_rmdrs(s, append_mode, cal), 0);
     EXPECT_EQ(member("r2603.rmd").size(), 273);
     EXPECT_EQ(member("r2604.rmd"), rmdr_line(make_rmdr("04/01/26", "NEW")) + "\r\n");
 }
@@ -370,7 +370,7 @@ TEST_F(CalendarFile, AppendToAMemberThatCannotBeReadFailsAndKeepsTheMonth) {
     put_damaged_member("c2603.cal");
     s.appt_count = 1;
     *s.appt_row(1) = make_appt("03202026", "NEW");
-    EXPECT_EQ(write_appts(s, cal, 8, 1), 75);
+    EXPECT_EQ(write_appts(s, cal, append_mode, 1), 75);
     s.archive.close(cal);
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(QFile::encodeName(cal).constData(), &db), SQLITE_OK);
@@ -457,317 +457,49 @@ TEST_F(CalendarFile, LoadOfAMemberThatCannotBeReadSaysSoAndLoadsTheOtherMonths) 
     EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("APRIL"));
 }
 
-TEST_F(CalendarFile, WriteRunInsideAYieldingLoadJoinsTheOpenCommand) {
+TEST_F(CalendarFile, WriteRunWhileALoadReportsProgressJoinsTheOpenCommand) {
     env->append_appt(make_appt("03052026", "A1"));
     env->append_appt(make_appt("03062026", "A2"));
     Archive other;
     QByteArray seen;
     bool wrote = false;
-    // A click handled while the load yields makes an entry of its own.
-    install_yield_hook([&] {
+    // A click handled while the caller keeps its window alive makes an entry
+    // of its own.
+    s.progress = [&] {
         if (wrote) return;
         wrote = true;
         s.occur_count = 1;
         *s.occur_row(1) = make_appt("04012026", "CLICK");
         EXPECT_EQ(write_occurs(s, cal), 0);
         EXPECT_EQ(other.get(cal, "c2604.cal", seen), 53);
-    });
+    };
     {
         Archive::Command command(s.archive, cal);
         ASSERT_EQ(load_appts(s, QDate(2026, 3, 1), cal, 0), 0);
         EXPECT_TRUE(seen.isEmpty()) << "the inner write must not commit before the command ends";
         EXPECT_EQ(command.finish(), 0);
     }
-    install_yield_hook(nullptr);
+    s.progress = nullptr;
     ASSERT_TRUE(wrote);
     EXPECT_EQ(s.appt_count, 2);
     EXPECT_EQ(other.get(cal, "c2604.cal", seen), 0);
     EXPECT_EQ(seen.size(), 477);
 }
 
-// The File commands.
-
-namespace {
-
-struct FileCommands : CalendarFile {
-    ScriptedModal m;
-    ModalGuard guard{&m};
-    CalendarHooks hooks;
-    QStringList calls;
-    bool delete_enabled = false;
-
-    void SetUp() override {
-        hooks.shown_month = [] { return QDate(2026, 5, 1); };
-        hooks.load_options = [this] { calls << "load_options"; };
-        hooks.reset_counters = [this] { calls << "reset_counters"; };
-        hooks.rebuild_view = [this] { calls << "rebuild_view"; };
-        hooks.enable_delete = [this](bool on) {
-            delete_enabled = on;
-            calls << (on ? "enable_delete" : "disable_delete");
-        };
-        s.cal_path.clear();
-    }
-};
-
-} // namespace
-
-TEST_F(FileCommands, NewShowsASaveDialogForCalFiles) {
-    new_calendar(s, hooks);
-    ASSERT_NE(m.last(u"save"), nullptr);
-    EXPECT_EQ(m.last(u"save")->text, QString("cal Files (*.cal)|*.cal"));
-    EXPECT_TRUE(calls.isEmpty());
-}
-
-TEST_F(FileCommands, NewRefusesAnotherExtension) {
-    m.file_answers.push_back(env->dir.filePath("work.txt"));
-    new_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], QString("Only files with .CAL extension are allowed"));
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Information);
-    EXPECT_FALSE(QFile::exists(env->dir.filePath("work.txt")));
-}
-
-TEST_F(FileCommands, NewAcceptsUpperCaseExtension) {
-    const QString chosen = env->dir.filePath("WORK.CAL");
-    m.file_answers.push_back(chosen);
-    new_calendar(s, hooks);
-    EXPECT_TRUE(m.messages().empty());
-    EXPECT_EQ(s.cal_path, chosen);
-}
-
-TEST_F(FileCommands, NewMakesAnArchiveWithTheStubOfTheShownMonth) {
-    const QString chosen = env->dir.filePath("work.cal");
-    m.file_answers.push_back(chosen);
-    s.appt_count = 2;
-    *s.appt_row(1) = make_appt("03012026", "OLD");
-    s.day_tbl[1].day_time = QString("09:00");
-    s.cur_date = QDate(2020, 1, 1);
-    new_calendar(s, hooks);
-
-    Archive other;
-    EXPECT_EQ(other.members(chosen), QStringList{"work2605.cal"});
-    QByteArray stub("junk");
-    EXPECT_EQ(other.get(chosen, "work2605.cal", stub), 0);
-    EXPECT_TRUE(stub.isEmpty());
-    EXPECT_EQ(s.cal_path, chosen);
-    EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
-    EXPECT_TRUE(delete_enabled);
-    EXPECT_EQ(calls, QStringList({"enable_delete", "reset_counters", "rebuild_view"}));
-    EXPECT_EQ(s.day_tbl[1].day_time.str(), QString("40404"));
-    EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
-    EXPECT_EQ(s.appt_count, 2) << "the count stays as it was";
-    EXPECT_EQ(env->loose_files(), QStringList());
-    EXPECT_FALSE(QFile::exists(env->dir.filePath("work2605.cal")));
-}
-
-TEST_F(FileCommands, NewOnAnArchiveThatHasTheStubSaysItExists) {
-    const QString chosen = env->dir.filePath("work.cal");
-    ASSERT_EQ(s.archive.put(chosen, "work2605.cal", {}), 0);
-    s.cal_path = cal;
-    m.file_answers.push_back(chosen);
-    new_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], "Cannot create new Calendar  ' " + chosen + "  '  already exists! ");
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
-    EXPECT_EQ(s.cal_path, cal);
-    EXPECT_TRUE(calls.isEmpty());
-    EXPECT_FALSE(QFile::exists(env->dir.filePath("work2605.cal")));
-}
-
-TEST_F(FileCommands, NewOnAnArchiveLackingTheStubAddsItAndOpensIt) {
-    const QString chosen = env->dir.filePath("work.cal");
-    ASSERT_EQ(s.archive.put(chosen, "work2604.cal", {}), 0);
-    ASSERT_EQ(s.archive.put(chosen, "c2604.cal", appt_line(make_appt("04012026", "KEPT")) + "\r\n"),
-              0);
-    m.file_answers.push_back(chosen);
-    new_calendar(s, hooks);
-    EXPECT_TRUE(m.messages().empty());
-    EXPECT_EQ(s.archive.members(chosen),
-              QStringList({"c2604.cal", "work2604.cal", "work2605.cal"}));
-    EXPECT_EQ(s.cal_path, chosen);
-}
-
-TEST_F(FileCommands, NewWithoutHooksStillMakesTheCalendar) {
-    const QString chosen = env->dir.filePath("bare.cal");
-    m.file_answers.push_back(chosen);
-    new_calendar(s, CalendarHooks{});
-    EXPECT_EQ(s.archive.members(chosen), QStringList{"bare2603.cal"});
-    EXPECT_EQ(s.cal_path, chosen);
-}
-
-TEST_F(FileCommands, NewThatCannotBeWrittenLeavesNoFileAndKeepsTheOpenCalendar) {
-    env->append_appt(make_appt("03012026", "A1"));
-    s.cal_path = cal;
-    ASSERT_EQ(load_appts(s, s.cur_date, cal, 0), 0);
-    delete_enabled = true;
-    const QString chosen = env->dir.filePath("work.cal");
-    m.file_answers.push_back(chosen);
-    // The rebuild's options save is where the command fails.
-    hooks.rebuild_view = [this] {
-        calls << "rebuild_view";
-        Archive::Command inner(s.archive, s.cal_path);
-        inner.abort(61);
-    };
-    new_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], "Couldn't create new Calendar  ' " + chosen +
-                                   "  '.  Nothing was saved.  Error Number : 61");
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
-    EXPECT_FALSE(QFile::exists(chosen));
-    EXPECT_EQ(env->loose_files(), QStringList());
-    EXPECT_EQ(s.cal_path, cal);
-    EXPECT_TRUE(delete_enabled);
-    ASSERT_EQ(s.appt_count, 1);
-    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("A1"));
-}
-
-TEST_F(FileCommands, OpenOfACalendarThatCannotBeWrittenSaysSoOnce) {
-    const QString other = env->dir.filePath("other.cal");
-    ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
-              0);
-    s.archive.close(other);
-    orva::testing::IoShim& io = orva::testing::IoShim::install();
-    io.set_read_only_path(other);
-    s.cal_path = cal;
-    m.file_answers.push_back(other);
-    open_calendar(s, hooks);
-    io.set_read_only_path(QString());
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0],
-              "The Calendar " + other + " cannot be written.  Changes you make will not be saved.");
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
-    EXPECT_TRUE(s.cal_read_only);
-    ASSERT_EQ(s.appt_count, 1) << "it still opens to be read";
-}
-
-TEST_F(FileCommands, DeleteThatCannotRemoveTheFileSaysSoAndKeepsTheCalendar) {
-    // A folder where the calendar should be cannot be removed as a file.
-    const QString odd = env->dir.filePath("odd.cal");
-    ASSERT_TRUE(QDir().mkpath(odd + "/inside"));
-    s.cal_path = odd;
-    delete_enabled = true;
-    m.answers.push_back(Answer::Yes);
-    delete_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], "Couldn't delete the Calendar - " + odd);
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
-    EXPECT_EQ(s.cal_path, odd);
-    EXPECT_TRUE(delete_enabled);
-    EXPECT_TRUE(calls.isEmpty());
-}
-
-TEST_F(FileCommands, OpenShowsAnOpenDialogForCalFiles) {
-    open_calendar(s, hooks);
-    ASSERT_NE(m.last(u"open"), nullptr);
-    EXPECT_EQ(m.last(u"open")->text, QString("cal Files (*.CAL)|*.cal"));
-}
-
-TEST_F(FileCommands, OpeningTheCalendarAlreadyOpenIsRefused) {
-    env->append_appt(make_appt("03012026", "A1"));
-    s.cal_path = cal;
-    m.file_answers.push_back(cal);
-    open_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], QString("Calendar  already open "));
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
-    EXPECT_TRUE(calls.isEmpty());
-    EXPECT_EQ(s.appt_count, 0);
-}
-
-TEST_F(FileCommands, OpeningAVanishedPathLeavesTheOldCalendar) {
-    s.cal_path = cal;
-    const QString gone = env->dir.filePath("gone.cal");
-    m.file_answers.push_back(gone);
-    open_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], gone + "\n" + " doesn't exist.  Check specified path and name.");
-    EXPECT_EQ(s.cal_path, cal);
-    EXPECT_TRUE(calls.isEmpty());
-    EXPECT_FALSE(QFile::exists(gone));
-}
-
-TEST_F(FileCommands, OpenLoadsTheMonthAndItsRemindersOfToday) {
-    const QString other = env->dir.filePath("other.cal");
-    ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
-              0);
-    ASSERT_EQ(s.archive.put(other, "r2601.rmd", rmdr_line(make_rmdr("01/20/26", "OLD")) + "\r\n"),
-              0);
-    s.cal_path = cal;
-    s.cur_date = QDate(2025, 7, 1);
-    m.file_answers.push_back(other);
-    open_calendar(s, hooks);
-    EXPECT_TRUE(m.messages().empty());
-    EXPECT_EQ(s.cal_path, other);
-    EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
-    ASSERT_EQ(s.appt_count, 1);
-    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("THERE"));
-    EXPECT_EQ(s.day_tbl[20].day_index.str(), QString("1 "));
-    ASSERT_EQ(s.rmdr_count, 1);
-    EXPECT_EQ(calls,
-              QStringList({"load_options", "reset_counters", "enable_delete", "rebuild_view"}));
-}
-
-TEST_F(FileCommands, DeleteWithoutACalendarTellsToOpenOne) {
-    delete_calendar(s, hooks);
-    ASSERT_EQ(m.messages().size(), 1u);
-    EXPECT_EQ(m.messages()[0], QString("You must Open a Calendar before you can delete"));
-    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Warning);
-    EXPECT_EQ(m.last(u"question"), nullptr);
-}
-
-TEST_F(FileCommands, DeleteAnsweredNoKeepsTheCalendar) {
-    env->append_appt(make_appt("03012026", "A1"));
-    s.cal_path = cal;
-    m.answers.push_back(Answer::No);
-    delete_calendar(s, hooks);
-    ASSERT_NE(m.last(u"question"), nullptr);
-    EXPECT_EQ(m.last(u"question")->text,
-              "This will delete the current Calendar - " + cal + ".  OK?");
-    EXPECT_TRUE(QFile::exists(cal));
-    EXPECT_EQ(s.cal_path, cal);
-    EXPECT_TRUE(calls.isEmpty());
-}
-
-TEST_F(FileCommands, AfterDeleteTheCalendarIsGoneAndDeleteStaysDisabled) {
-    env->append_appt(make_appt("03012026", "A1"));
-    s.cal_path = cal;
-    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
-    delete_enabled = true;
-    m.answers.push_back(Answer::Yes);
-    delete_calendar(s, hooks);
-
-    EXPECT_FALSE(QFile::exists(cal));
-    EXPECT_TRUE(s.cal_path.isEmpty());
-    EXPECT_FALSE(delete_enabled);
-    EXPECT_EQ(s.appt_count, 0);
-    EXPECT_TRUE(s.appt_row(1)->appt_id.is_blank());
-    EXPECT_EQ(s.day_tbl[1].day_time.str(), QString("40404"));
-    EXPECT_EQ(calls, QStringList({"disable_delete", "reset_counters", "rebuild_view"}));
-
-    calls.clear();
-    delete_calendar(s, hooks);
-    EXPECT_EQ(m.messages().back(), QString("You must Open a Calendar before you can delete"));
-    EXPECT_FALSE(delete_enabled);
-    EXPECT_TRUE(calls.isEmpty());
-}
-
-TEST_F(FileCommands, DeleteStaysDisabledUntilACalendarIsMade) {
-    s.cal_path = cal;
-    env->append_appt(make_appt("03012026", "A1"));
-    m.answers.push_back(Answer::Yes);
-    delete_calendar(s, hooks);
-    EXPECT_FALSE(delete_enabled);
-    m.file_answers.push_back(env->dir.filePath("fresh.cal"));
-    new_calendar(s, hooks);
-    EXPECT_TRUE(delete_enabled);
-}
-
-TEST_F(FileCommands, DeletedCalendarDoesNotComeBackThroughALaterLoad) {
-    env->append_appt(make_appt("03012026", "A1"));
-    s.cal_path = cal;
-    m.answers.push_back(Answer::Yes);
-    delete_calendar(s, hooks);
-    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
-    EXPECT_EQ(s.appt_count, 0);
-    EXPECT_FALSE(QFile::exists(cal));
+TEST_F(CalendarFile, StoreNeverRunsTheEventLoopAndReportsProgressOncePerMember) {
+    int yields = 0, reports = 0;
+    install_yield_hook([&] { ++yields; });
+    s.progress = [&] { ++reports; };
+    s.occur_count = 0;
+    for (QDate d(2026, 3, 1); d < QDate(2026, 6, 1); d = d.addDays(1))
+        *s.occur_row(++s.occur_count) = make_appt(d.toString("MMddyyyy"), "DAILY");
+    EXPECT_EQ(write_occurs(s, cal), 0);
+    EXPECT_EQ(reports, 3) << "March, April and May";
+    EXPECT_EQ(load_appts(s, QDate(2026, 3, 1), cal, 1), 0);
+    EXPECT_EQ(reports, 5);
+    EXPECT_EQ(kept_after_delete(MemberKind::appointments, "2604", "DAILY"), 0);
+    EXPECT_EQ(reports, 6);
+    install_yield_hook(nullptr);
+    s.progress = nullptr;
+    EXPECT_EQ(yields, 0);
 }

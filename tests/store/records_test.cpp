@@ -231,8 +231,11 @@ TEST_F(Records, DayNumberOutsideTheMonthLeavesDaysUnsummarisedAndLoadGoesOn) {
     load("03052026", "09:00");
     EXPECT_EQ(t->appt_count, 3);
     EXPECT_EQ(day_index(5), QString("3 "));
-    for (int d = 1; d <= day_limit; ++d)
-        if (d != 5) EXPECT_EQ(day_time(d), QString("40404")) << "day " << d;
+    for (int d = 1; d <= day_limit; ++d) {
+        if (d != 5) {
+            EXPECT_EQ(day_time(d), QString("40404")) << "day " << d;
+        }
+    }
 }
 
 TEST_F(Records, ClearApptsCoversOnlyRowsUpToTheOldCount) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/clock.h"
+#include "core/clock.h"
 #include "store/calendar_file.h"
 #include "store/shared.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/modal.h"
+#include "core/modal.h"
 
 #include <QString>
 #include <deque>
@@ -27,10 +27,10 @@ class ScriptedModal final : public Modal {
     std::map<QString, std::function<void()>> forms; // what a form "does"
 
     void message(const QString& text, MsgStyle style) override {
-        shown.push_back({QStringLiteral("message"), text, style});
+        shown.push_back({QStringLiteral("message"), text, style, {}});
     }
     Answer ask_yes_no(const QString& text, MsgStyle style) override {
-        shown.push_back({QStringLiteral("question"), text, style});
+        shown.push_back({QStringLiteral("question"), text, style, {}});
         if (answers.empty()) return Answer::No;
         const Answer a = answers.front();
         answers.pop_front();
@@ -43,7 +43,7 @@ class ScriptedModal final : public Modal {
         return a;
     }
     void open_form(const QString& name) override {
-        shown.push_back({QStringLiteral("form"), name, MsgStyle::Plain});
+        shown.push_back({QStringLiteral("form"), name, MsgStyle::Plain, {}});
         if (auto it = forms.find(name); it != forms.end() && it->second) it->second();
     }
 
@@ -62,7 +62,7 @@ class ScriptedModal final : public Modal {
 
   private:
     QString file(QStringView kind, const QString& filter) {
-        shown.push_back({kind.toString(), filter, MsgStyle::Plain});
+        shown.push_back({kind.toString(), filter, MsgStyle::Plain, {}});
         if (file_answers.empty()) return {};
         QString a = file_answers.front();
         file_answers.pop_front();

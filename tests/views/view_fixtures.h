@@ -3,8 +3,8 @@
 #include "../store/store_fixtures.h"
 #include "../support/fake_window.h"
 #include "../support/scripted_modal.h"
+#include "core/clock.h"
 #include "shell/app_state.h"
-#include "shell/clock.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 

@@ -1,0 +1,68 @@
+#include "core/ui/qt_modal.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace orva {
+namespace {
+
+QMessageBox::Icon icon_of(MsgStyle style) {
+    switch (style) {
+    case MsgStyle::Information:
+        return QMessageBox::Information;
+    case MsgStyle::Warning:
+        return QMessageBox::Warning;
+    case MsgStyle::Critical:
+        return QMessageBox::Critical;
+    case MsgStyle::Question:
+        return QMessageBox::Question;
+    case MsgStyle::Plain:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+QWidget* QtModal::host() const {
+    if (QWidget* w = QApplication::activeModalWidget()) return w;
+    return parent_;
+}
+
+void QtModal::register_form(const QString& name, std::function<void(QWidget*)> open) {
+    forms_[name] = std::move(open);
+}
+
+void QtModal::message(const QString& text, MsgStyle style) {
+    QMessageBox box(icon_of(style), app_title, text, QMessageBox::Ok, host());
+    box.setObjectName(QStringLiteral("message"));
+    box.exec();
+}
+
+Answer QtModal::ask_yes_no(const QString& text, MsgStyle style) {
+    QMessageBox box(icon_of(style), app_title, text, QMessageBox::Yes | QMessageBox::No, host());
+    box.setObjectName(QStringLiteral("question"));
+    return box.exec() == QMessageBox::No ? Answer::No : Answer::Yes;
+}
+
+QString QtModal::save_file_dialog(const QString& filter) {
+    return QFileDialog::getSaveFileName(host(), app_title, QString(), to_qt_filter(filter));
+}
+
+QString QtModal::open_file_dialog(const QString& filter, const QString& file_name) {
+    QFileDialog dialog(host(), app_title, QString(), to_qt_filter(filter));
+    dialog.setObjectName(QStringLiteral("fileDialog"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    // The read-only box of other platforms' dialogs has no counterpart here.
+    if (!file_name.isEmpty()) dialog.selectFile(file_name);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().constFirst();
+}
+
+void QtModal::open_form(const QString& name) {
+    if (auto it = forms_.find(name); it != forms_.end()) it->second(host());
+}
+
+} // namespace orva

@@ -1,0 +1,131 @@
+#pragma once
+
+// The main window and its module map:
+//   shell/        frame, start-up and exit (startup), options row (options),
+//                 the seams (modal, clock, event_loop), single instance
+//   store/        records and tables, member lines, the archive file, the
+//                 calendar-file routines, and the headless Grid
+//   views/        the planners: day grid (day_view), its page (day_layout),
+//                 navigator, detail pane, status bar
+//   appointments/ stickers, quick add and notes (logic and their dialogs)
+// The planners compute into the Grids and Controls of AppState; the widgets
+// here only render them and pass events back. The window holds no rule of
+// its own: it forwards input to the logic, copies the logic's control states
+// onto its widgets (sync_controls) and implements WindowPort.
+
+#include "shell/app_state.h"
+#include "shell/file_commands.h"
+
+#include <QMainWindow>
+
+class QAction;
+class QComboBox;
+class QFrame;
+class QGroupBox;
+class QLabel;
+class QMenu;
+class QStatusBar;
+class QTabBar;
+class QTextEdit;
+class QToolButton;
+
+namespace orva {
+
+class GridWidget;
+class SingleInstance;
+
+class frmCal final : public QMainWindow, public WindowPort {
+    Q_OBJECT
+  public:
+    explicit frmCal(AppState& state, QWidget* parent = nullptr);
+    ~frmCal() override;
+
+    // Runs the start-up. False when another instance runs: the caller ends.
+    bool start(SingleInstance& instance);
+
+    AppState& state() { return s_; }
+    bool ended() const { return ended_; }
+
+    // Copies the logic's control states, combo lists and status panels onto
+    // the widgets. Every forwarded event ends with it.
+    void sync_controls();
+
+    // WindowPort
+    QRect work_area() const override;
+    QRect frame() const override;
+    void move_to(const QRect& r) override;
+    int window_state() const override;
+    void set_window_state(int state) override;
+    bool status_bar_visible() const override;
+    void set_status_bar_visible(bool on) override;
+    double twips_per_pixel_x() const override;
+    double twips_per_pixel_y() const override;
+    void layout_view() override;
+    void show_day_view() override;
+    void show_long_date(const QString& text) override;
+    void set_busy(bool busy) override;
+    bool hide_to_tray() override;
+    void sync_menus() override;
+    void end_program() override;
+
+  signals:
+    void programEnded();
+
+  protected:
+    void closeEvent(QCloseEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
+    void moveEvent(QMoveEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void build_page();
+    void build_menus();
+    void connect_day_grid();
+    void connect_navigator();
+    void connect_pane();
+    void mnuExit_Click();
+    CalendarHooks calendar_hooks();
+    int to_px_x(int twips) const;
+    int to_px_y(int twips) const;
+    QRect to_px(const QRect& twips) const;
+    QToolButton* tool(QWidget* parent, const QString& name, const QString& caption,
+                      const QString& tip, const QString& theme_icon, const QString& emoji);
+    // Runs a piece of logic for an event and brings the widgets up to date.
+    template <typename F> void run(F&& f);
+
+    AppState& s_;
+    QWidget* page_ = nullptr;
+    QLabel* Label1 = nullptr;
+    QFrame* Frame3 = nullptr;
+    GridWidget* vsSched = nullptr;
+    GridWidget* Cal = nullptr;
+    QComboBox* Combo1 = nullptr;
+    QComboBox* Combo2 = nullptr;
+    QTabBar* TabStrip1 = nullptr;
+    QGroupBox* Frame2 = nullptr;
+    GridWidget* vsDtl = nullptr;
+    QLabel* lblNotes = nullptr;
+    QTextEdit* rtNotes = nullptr;
+    QStatusBar* StatusBar1 = nullptr;
+    std::map<QString, QLabel*> panels_; // by key
+    QMenu* mnuEdit = nullptr;
+    QAction* mnuNew = nullptr;
+    QAction* mnuOpen = nullptr;
+    QAction* mnuDelete = nullptr;
+    QAction* mnuExit = nullptr;
+    QAction* mnuadd = nullptr;
+    QAction* mnuCopy = nullptr;
+    QAction* mnuEditA = nullptr;
+    QAction* mnudelete = nullptr;
+    QAction* mnuTips = nullptr;
+    QAction* mnuShowTimes = nullptr;
+    QAction* mnuStat = nullptr;
+    QString edit_before_;   // the cell's text when an edit began
+    QString last_key_text_; // what the last key typed into vsSched would insert
+    bool ended_ = false;
+    bool started_ = false;
+    bool hidden_to_tray_ = false;
+    QRect placed_; // the last placement asked for, in twips
+};
+
+} // namespace orva

@@ -1,0 +1,49 @@
+#include "appointments/ui/frmAppt1.h"
+#include "appointments/ui/frmNotes.h"
+#include "appointments/ui/frmOccurs.h"
+#include "appointments/ui/frmQuick.h"
+#include "core/app_paths.h"
+#include "core/event_loop.h"
+#include "core/ui/qt_modal.h"
+#include "reminders/ui/frmRem1.h"
+#include "shell/single_instance.h"
+#include "shell/ui/frmCal.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orvacal"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orva Calendar"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("orvacal"));
+
+    orva::QtModal modal;
+    orva::install_modal(&modal);
+
+    // Long loops yield once per step; a few times a second is enough to keep
+    // the window alive without slowing a large load.
+    QElapsedTimer since_yield;
+    since_yield.start();
+    orva::install_yield_hook([&since_yield] {
+        if (since_yield.elapsed() < 40) return;
+        since_yield.restart();
+        QCoreApplication::processEvents();
+    });
+
+    orva::AppState state;
+    state.progress = [] { orva::yield_events(); };
+    state.app_path = orva::app_folder();
+    orva::install_shipped_data(state.app_path);
+    orva::SingleInstance instance(state.app_path);
+
+    orva::frmCal window(state);
+    modal.set_parent(&window);
+    orva::register_frmQuick(modal, state);
+    orva::register_frmNotes(modal, state);
+    orva::register_frmAppt1(modal, state);
+    orva::register_frmOccurs(modal, state);
+    orva::register_frmRem1(modal, state);
+    if (!window.start(instance)) return 0;
+    return window.ended() ? 0 : app.exec();
+}
