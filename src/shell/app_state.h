@@ -20,7 +20,7 @@ struct AppState : Shared, PlannerState, OptionsState, EditorState, ReminderState
     Shared& store() { return *this; }
     PlannerState& view() { return *this; }
     OptionsState& options() { return *this; }
-    EditorState& editor() { return *this; }
+    EditorState& editing() { return *this; }
     ReminderState& reminders() { return *this; }
     RunState& run() { return *this; }
 };
