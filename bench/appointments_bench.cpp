@@ -65,15 +65,15 @@ int main() {
     s->work_end = QStringLiteral("5:00:00 PM");
     s->view_day = true;
     s->vsSched.set_extent(12000, 9000);
-    build_day_rows(*s);
+    build_day_rows(s->view(), s->options());
     format_day_grid(*s);
 
     // A new daily series from today to fifteen years on, reminded 30 minutes ahead.
     ApptForm f;
-    hand_over_new(*s);
+    hand_over_new(s->store(), s->editing());
     s->edit_start = QStringLiteral("07:00");
     s->appt_form = &f;
-    init_appt_form(*s, f);
+    init_appt_form(s->store(), s->options(), s->editing(), s->run(), f);
     f.Text1 = QStringLiteral("Morning run");
     f.aptTimePick2 = QTime(7, 45);
     s->occ_by_period = true;
@@ -92,7 +92,7 @@ int main() {
     s->new_appt = false;
     s->edit_index = 1;
     f = ApptForm{};
-    init_appt_form(*s, f);
+    init_appt_form(s->store(), s->options(), s->editing(), s->run(), f);
     f.Text1 = QStringLiteral("Morning run, long loop");
     f.aptTimePick1 = QTime(6, 30);
     f.aptTimePick2 = QTime(7, 30);

@@ -126,7 +126,7 @@ struct Bench {
         s->work_end = QStringLiteral("5:00:00 PM");
         s->view_day = true;
         s->vsSched.set_extent(12000, 9000);
-        build_day_rows(*s);
+        build_day_rows(s->view(), s->options());
         format_day_grid(*s);
     }
     ~Bench() {
@@ -165,12 +165,12 @@ struct Bench {
     }
 
     void open_new(const QString& start) {
-        hand_over_new(*s);
+        hand_over_new(s->store(), s->editing());
         s->edit_date = s->cur_date;
         s->edit_start = start;
         f = ApptForm{};
         s->appt_form = &f;
-        init_appt_form(*s, f);
+        init_appt_form(s->store(), s->options(), s->editing(), s->run(), f);
     }
 
     // A daily series from today to fifteen years on, reminded 30 minutes ahead.
@@ -202,7 +202,7 @@ struct Bench {
         s->edit_index = row_with_text(from);
         f = ApptForm{};
         s->appt_form = &f;
-        init_appt_form(*s, f);
+        init_appt_form(s->store(), s->options(), s->editing(), s->run(), f);
         f.Text1 = to;
         f.aptTimePick1 = QTime(6, 30);
         f.aptTimePick2 = QTime(7, 30);

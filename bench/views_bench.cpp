@@ -60,14 +60,14 @@ int main() {
         fill_month(*s, per_day);
         const double day = ms([&] {
             s->vsSched.Clear();
-            build_day_rows(*s);
+            build_day_rows(s->view(), s->options());
             format_day_grid(*s);
             s->first_row.clear();
             s->first_col.clear();
-            fill_day(*s);
+            fill_day(s->store(), s->view(), s->options());
             size_sched_cols(*s);
         });
-        const double cal = ms([&] { fill_cal(*s, s->cur_date); });
+        const double cal = ms([&] { fill_cal(s->store(), s->view(), s->cur_date); });
         std::printf("day rebuild, %3d entries a day (%4d rows)  %10.2f\n", per_day,
                     int(s->appt_count), day);
         std::printf("navigator fill, same month                   %10.2f\n", cal);

@@ -21,11 +21,11 @@ QTime work_time(const QString& text, int fallback_hour) {
     const QTime t = QLocale::c().toTime(text.trimmed(), QStringLiteral("h:mm:ss AP"));
     return t.isValid() ? t : QTime(fallback_hour, 0);
 }
-QTime work_start_time(const AppState& s) {
-    return work_time(s.work_start, 8);
+QTime work_start_time(OptionsState& options) {
+    return work_time(options.work_start, 8);
 }
-QTime work_end_time(const AppState& s) {
-    return work_time(s.work_end, 17);
+QTime work_end_time(OptionsState& options) {
+    return work_time(options.work_end, 17);
 }
 
 // The time a caller hands over: "hh:mm", a row label " 09:30 am", or a date
@@ -44,8 +44,8 @@ QTime handed_time(const QString& text) {
 }
 
 // Check2 follows the pickers: ticked exactly when they stand on the working day.
-void follow_all_day(const AppState& s, ApptForm& f) {
-    f.Check2 = f.aptTimePick1 == work_start_time(s) && f.aptTimePick2 == work_end_time(s);
+void follow_all_day(OptionsState& options, ApptForm& f) {
+    f.Check2 = f.aptTimePick1 == work_start_time(options) && f.aptTimePick2 == work_end_time(options);
 }
 
 void set_timed(ApptForm& f, bool timed) {
@@ -54,40 +54,40 @@ void set_timed(ApptForm& f, bool timed) {
     f.Check2_enabled = timed;
 }
 
-void load_existing(AppState& s, ApptForm& f, const appt_rec& a) {
+void load_existing(OptionsState& options, EditorState& editing, ApptForm& f, const appt_rec& a) {
     f.Text1 = rtrim(a.appt_text);
     f.was_text = f.Text1;
     f.was_type = rtrim(a.appt_type);
     f.typeIcombo.select_type(f.was_type);
 
     if (a.appt_pattern.str() == u"1 ") {
-        s.occ_period = field_number(a.appt_occurs, 0);
-        s.occ_every = field_number(a.appt_occurs_every, 0);
-        f.was_occurs = s.occ_period;
-        f.was_every = s.occ_every;
-        s.occ_by_period = true;
-        s.occ_by_weekday = false;
+        editing.occ_period = field_number(a.appt_occurs, 0);
+        editing.occ_every = field_number(a.appt_occurs_every, 0);
+        f.was_occurs = editing.occ_period;
+        f.was_every = editing.occ_every;
+        editing.occ_by_period = true;
+        editing.occ_by_weekday = false;
     } else {
-        s.occ_ordinal = field_number(a.appt_occurs, 0);
-        s.occ_weekday = field_number(a.appt_occurs_every, 0);
-        s.occ_month = field_number(a.appt_occurs_month, 0);
-        f.was_occurs = s.occ_ordinal;
-        f.was_every = s.occ_weekday;
-        f.was_month = s.occ_month;
-        s.occ_by_period = false;
-        s.occ_by_weekday = true;
+        editing.occ_ordinal = field_number(a.appt_occurs, 0);
+        editing.occ_weekday = field_number(a.appt_occurs_every, 0);
+        editing.occ_month = field_number(a.appt_occurs_month, 0);
+        f.was_occurs = editing.occ_ordinal;
+        f.was_every = editing.occ_weekday;
+        f.was_month = editing.occ_month;
+        editing.occ_by_period = false;
+        editing.occ_by_weekday = true;
     }
 
-    s.rem_lead = s.old_lead = field_number(a.appt_rem_lead, 0);
-    s.rem_unit = s.old_unit = field_number(a.appt_rem_unit, 0);
+    editing.rem_lead = editing.old_lead = field_number(a.appt_rem_lead, 0);
+    editing.rem_unit = editing.old_unit = field_number(a.appt_rem_unit, 0);
     // A stored 0 means no messenger, the same as 1.
     const qint16 anim = field_number(a.appt_rem_anim, 1);
-    s.rem_anim = s.old_anim = anim == 0 ? qint16(1) : anim;
-    s.rem_sound = s.old_sound = rtrim(a.appt_rem_text);
+    editing.rem_anim = editing.old_anim = anim == 0 ? qint16(1) : anim;
+    editing.rem_sound = editing.old_sound = rtrim(a.appt_rem_text);
 
     f.was_first_date = a.appt_first_date;
     f.apptDTPicker = text_to_date(a.appt_first_date);
-    s.edit_date = f.apptDTPicker;
+    editing.edit_date = f.apptDTPicker;
     f.txtApptDt = long_date_text(text_to_date(a.appt_date));
 
     const bool timed = !a.appt_start.is_blank();
@@ -101,36 +101,36 @@ void load_existing(AppState& s, ApptForm& f, const appt_rec& a) {
     set_timed(f, timed);
     // Judged on what the pickers hold, so an untimed entry can come up ticked
     // too when they were left on the working day.
-    follow_all_day(s, f);
+    follow_all_day(options, f);
 
-    s.occ_until = a.appt_until;
-    f.was_until = s.occ_until;
+    editing.occ_until = a.appt_until;
+    f.was_until = editing.occ_until;
     f.Notes = rtrim(a.appt_notes);
     f.was_notes = f.Notes;
     f.delCmd_enabled = true;
     f.appt_dt_shown = true;
 }
 
-void load_new(AppState& s, ApptForm& f) {
+void load_new(EditorState& editing, ApptForm& f) {
     f.caption = QStringLiteral("New Appointment");
     f.Text1 = text1_prompt;
     f.typeIcombo.list_index = f.typeIcombo.items.empty() ? -1 : 0;
-    s.occ_period = s.occ_every = s.occ_ordinal = s.occ_weekday = s.occ_month = 0;
-    s.occ_by_period = true;
-    s.occ_by_weekday = false;
-    f.apptDTPicker = s.edit_date;
-    f.txtApptDt = long_date_text(s.edit_date);
+    editing.occ_period = editing.occ_every = editing.occ_ordinal = editing.occ_weekday = editing.occ_month = 0;
+    editing.occ_by_period = true;
+    editing.occ_by_weekday = false;
+    f.apptDTPicker = editing.edit_date;
+    f.txtApptDt = long_date_text(editing.edit_date);
     f.appt_dt_shown = false;
 
-    const bool timed = s.edit_start != u" ";
+    const bool timed = editing.edit_start != u" ";
     if (timed) {
-        const QTime t = handed_time(s.edit_start);
+        const QTime t = handed_time(editing.edit_start);
         f.aptTimePick1 = f.aptTimePick2 = t.isValid() ? t : QTime(0, 0);
     }
     set_timed(f, timed);
     f.Check2 = false;
 
-    s.occ_until = s.edit_date.toString(QStringLiteral("MM/dd/yy"));
+    editing.occ_until = editing.edit_date.toString(QStringLiteral("MM/dd/yy"));
     f.Notes = QStringLiteral(" ");
     f.delCmd_enabled = false;
     f.lblRem = no_rem_caption;
@@ -155,40 +155,39 @@ QString end_text(const ApptForm& f) {
     return f.aptTimePick2.toString(hhmm);
 }
 
-void init_appt_form(AppState& s, ApptForm& f) {
-    s.timer1_enabled = false;
-    s.appt_changed = false;
+void init_appt_form(Shared& store, OptionsState& options, EditorState& editing, RunState& run, ApptForm& f) {
+    run.timer1_enabled = false;
+    editing.appt_changed = false;
     f.timed_touched = false;
-    f.kept_cur_date = s.cur_date;
+    f.kept_cur_date = store.cur_date;
     fill_stickers(f.typeIcombo, QStringLiteral("frmAppt1"));
     if (f.Text1.isEmpty()) f.Text1 = text1_prompt;
     // The pickers' design value: an untimed entry's stand at midnight.
     f.aptTimePick1 = f.aptTimePick2 = QTime(0, 0);
 
-    const appt_rec* row = s.appt_row(s.edit_index);
+    const appt_rec* row = store.appt_row(editing.edit_index);
     const appt_rec none;
-    if (s.appt_copy) {
+    if (editing.appt_copy) {
         f.caption = QStringLiteral("Copy Appointment to:");
-        load_existing(s, f, row ? *row : none);
-        set_rem_caption(s, f, s.edit_index);
+        load_existing(options, editing, f, row ? *row : none);
+        set_rem_caption(store, f, editing.edit_index);
         // Left as the form was designed: a copy does not tell its rule here.
         f.lblOccur = QStringLiteral(
             "This appointment occurs one time.  Click to change number of occurrences.");
-    } else if (s.new_appt) {
-        load_new(s, f);
+    } else if (editing.new_appt) {
+        load_new(editing, f);
     } else {
         f.caption = QStringLiteral("Edit Appointment");
-        load_existing(s, f, row ? *row : none);
-        set_rem_caption(s, f, s.edit_index);
-        set_occurs_caption(s, f, s.edit_index);
+        load_existing(options, editing, f, row ? *row : none);
+        set_rem_caption(store, f, editing.edit_index);
+        set_occurs_caption(store, f, editing.edit_index);
     }
 
     f.apptDTPicker_min = QDate(2000, 1, 1);
     f.apptDTPicker_max = clock().today().addYears(15);
 }
 
-void Check1_Click(AppState& s, ApptForm& f) {
-    Q_UNUSED(s);
+void Check1_Click(ApptForm& f) {
     if (!f.Check1) {
         f.pickers_enabled = false;
         f.aptTimePick1 = f.aptTimePick2 = QTime(0, 0);
@@ -201,41 +200,41 @@ void Check1_Click(AppState& s, ApptForm& f) {
     f.timed_touched = true;
 }
 
-void Check2_Click(AppState& s, ApptForm& f) {
+void Check2_Click(OptionsState& options, ApptForm& f) {
     if (f.Check2) {
         f.aptTimePick1 = QTime(8, 0);
         f.aptTimePick2 = QTime(17, 0);
         // Setting the end is a change of the end picker like any other: a
         // later start no longer drags it along.
         f.end_touched = true;
-        follow_all_day(s, f);
+        follow_all_day(options, f);
     }
     f.timed_touched = true;
 }
 
-void aptTimePick1_Change(AppState& s, ApptForm& f) {
+void aptTimePick1_Change(OptionsState& options, EditorState& editing, ApptForm& f) {
     // The end follows the start until the user touches it.
-    if (s.new_appt && !f.end_touched && f.aptTimePick2 != f.aptTimePick1)
+    if (editing.new_appt && !f.end_touched && f.aptTimePick2 != f.aptTimePick1)
         f.aptTimePick2 = f.aptTimePick1;
-    follow_all_day(s, f);
+    follow_all_day(options, f);
 }
 
-void aptTimePick2_Change(AppState& s, ApptForm& f) {
+void aptTimePick2_Change(OptionsState& options, ApptForm& f) {
     f.end_touched = true;
-    follow_all_day(s, f);
+    follow_all_day(options, f);
 }
 
-void apptDTPicker_Change(AppState& s, ApptForm& f) {
+void apptDTPicker_Change(EditorState& editing, ApptForm& f) {
     // Moving the first date of a period rule resets its end to that date; the
     // user sets the rule again to keep a series.
-    if (s.occ_by_period) s.occ_until = f.apptDTPicker.toString(QStringLiteral("MM/dd/yy"));
+    if (editing.occ_by_period) editing.occ_until = f.apptDTPicker.toString(QStringLiteral("MM/dd/yy"));
 }
 
-void set_rem_caption(AppState& s, ApptForm& f, int row) {
-    const appt_rec* a = s.appt_row(row);
+void set_rem_caption(Shared& store, ApptForm& f, int row) {
+    const appt_rec* a = store.appt_row(row);
     if (a) {
-        for (int i = 1; i <= s.rmdr_count; ++i) {
-            const rmdr_rec* r = s.rmdr_row(i);
+        for (int i = 1; i <= store.rmdr_count; ++i) {
+            const rmdr_rec* r = store.rmdr_row(i);
             if (!r) break;
             if (r->rmdr_appt_date.str() != a->appt_date.str() ||
                 r->rmdr_id.str() != a->appt_id.str() || r->rmdr_end.str() != a->appt_end.str() ||
@@ -270,15 +269,14 @@ bool Command1_Click(AppState& s, ApptForm& f) {
     return save_appt(s, f);
 }
 
-void Command2_Click(AppState& s, ApptForm& f) {
+void Command2_Click(EditorState& editing, ApptForm& f) {
     Q_UNUSED(f);
     // The tick stays off: it comes back with the next event that switches it on.
-    s.appt_copy = false;
+    editing.appt_copy = false;
 }
 
-void Command4_Click(AppState& s, ApptForm& f) {
+void Command4_Click(ApptForm& f) {
     Q_UNUSED(f);
-    Q_UNUSED(s);
     modal().open_form(QStringLiteral("frmOccurs"));
 }
 
@@ -288,11 +286,11 @@ void cmdRem_Click(AppState& s, ApptForm& f) {
     open_rem_setup(s, s.caller_form);
 }
 
-void Image6_Click(AppState& s, ApptForm& f) {
+void Image6_Click(EditorState& editing, ApptForm& f) {
     Q_UNUSED(f);
     // What the pop-up edits is not copied into Notes: it only marks the entry
     // as changed through notes_dirty.
-    s.caller_form = QStringLiteral("apptfrm");
+    editing.caller_form = QStringLiteral("apptfrm");
     modal().open_form(QStringLiteral("frmNotes"));
 }
 

@@ -57,30 +57,30 @@ QString long_date_text(const QDate& d);
 
 // Form load: the tick stops, the three modes (copy, new, edit) fill the
 // controls and the kept values, the shared rule and reminder are set.
-void init_appt_form(AppState& s, ApptForm& f);
+void init_appt_form(Shared& store, OptionsState& options, EditorState& editing, RunState& run, ApptForm& f);
 
 // The handlers run after the widget changed: f already holds the new value.
-void Check1_Click(AppState& s, ApptForm& f);
-void Check2_Click(AppState& s, ApptForm& f);
-void aptTimePick1_Change(AppState& s, ApptForm& f);
-void aptTimePick2_Change(AppState& s, ApptForm& f);
-void apptDTPicker_Change(AppState& s, ApptForm& f);
+void Check1_Click(ApptForm& f);
+void Check2_Click(OptionsState& options, ApptForm& f);
+void aptTimePick1_Change(OptionsState& options, EditorState& editing, ApptForm& f);
+void aptTimePick2_Change(OptionsState& options, ApptForm& f);
+void apptDTPicker_Change(EditorState& editing, ApptForm& f);
 
 // lblRem from the first reminder of rmdr_tbl that belongs to row `row`.
-void set_rem_caption(AppState& s, ApptForm& f, int row);
+void set_rem_caption(Shared& store, ApptForm& f, int row);
 
 // OK: validation, then the save. True when the form unloads: not after a
 // message, and not when the calendar file refused the save.
 bool Command1_Click(AppState& s, ApptForm& f);
 // Cancel and the close box: nothing is saved, appt_copy is cleared, and the
 // tick stays off.
-void Command2_Click(AppState& s, ApptForm& f);
+void Command2_Click(EditorState& editing, ApptForm& f);
 // "Set recurring appointment": frmOccurs over the form.
-void Command4_Click(AppState& s, ApptForm& f);
+void Command4_Click(ApptForm& f);
 // "Add or Edit Reminders".
 void cmdRem_Click(AppState& s, ApptForm& f);
 // "Edit Notes": frmNotes for the editor.
-void Image6_Click(AppState& s, ApptForm& f);
+void Image6_Click(EditorState& editing, ApptForm& f);
 
 // The start picker's value, and the end picker's, as "hh:mm".
 QString start_text(const ApptForm& f);

@@ -41,8 +41,8 @@ QString lead_letter(qint16 unit) {
 }
 
 // The data of the selected cell of the day grid; "" when none is selected.
-QString selected_data(const AppState& s) {
-    const Grid& g = s.vsSched;
+QString selected_data(PlannerState& view) {
+    const Grid& g = view.vsSched;
     if (g.Row() < 0 || g.Col() < 1 || g.Row() >= g.Rows() || g.Col() >= g.Cols()) return {};
     return g.Cell(CellSetting::Data, g.Row(), g.Col()).toString();
 }
@@ -51,8 +51,8 @@ bool holds_entry(const QString& data) {
     return !data.isEmpty() && data != blank_data;
 }
 
-bool calendar_open(const AppState& s) {
-    if (!s.cal_path.isEmpty()) return true;
+bool calendar_open(Shared& store) {
+    if (!store.cal_path.isEmpty()) return true;
     modal().message(no_calendar_text, MsgStyle::Warning);
     return false;
 }
@@ -60,9 +60,9 @@ bool calendar_open(const AppState& s) {
 // The appt_tbl row of the entry selected in the day planner, 0 after the
 // message that asks for one (in `style`) or when no calendar is open. The
 // week and month planners find the entry under the mouse once they exist.
-int selected_entry(AppState& s, MsgStyle style) {
-    if (!calendar_open(s) || s.view_month || s.view_week) return 0;
-    const QString d = selected_data(s);
+int selected_entry(Shared& store, PlannerState& view, MsgStyle style) {
+    if (!calendar_open(store) || view.view_month || view.view_week) return 0;
+    const QString d = selected_data(view);
     if (!holds_entry(d)) {
         modal().message(select_appt_first_msg, style);
         return 0;
@@ -76,8 +76,8 @@ bool row_selected(const Grid& g) {
 }
 
 // The time label of the selected row, one blank for the untimed row.
-QString selected_row_time(const AppState& s) {
-    const Grid& g = s.vsSched;
+QString selected_row_time(PlannerState& view) {
+    const Grid& g = view.vsSched;
     return g.Row() > 0 ? g.TextMatrix(g.Row(), 0) : QStringLiteral(" ");
 }
 
@@ -127,18 +127,18 @@ bool delCmd_Click(AppState& s) {
 
     // The week and month planners rebuild themselves once they exist.
     if (!s.view_month && !s.view_week) {
-        rebuild_day(s);
+        rebuild_day(s.store(), s.view(), s.options(), s.editing());
         TabStrip1_Click(s);
         clear_detail(s);
         // The old cell's data is not written back: it names the row just deleted.
         if (keep_row >= 0 && keep_col >= 0 && keep_row < g.Rows() && keep_col < g.Cols())
             g.Select(keep_row, keep_col);
-        show_status(s);
+        show_status(s.store(), s.view());
     }
     return true;
 }
 
-int delete_series(AppState& s, const QDate& first, const QString& end, const QString& start,
+int delete_series(Shared& store, const QDate& first, const QString& end, const QString& start,
                   const QString& key, const QString& until, qint16 every, const QString& occurs,
                   const QString& pattern) {
     Q_UNUSED(end);
@@ -150,11 +150,11 @@ int delete_series(AppState& s, const QDate& first, const QString& end, const QSt
     QDate u = short_to_date(until);
     if (!u.isValid() || ym(u) < ym(cursor)) u = cursor;
 
-    Archive::Command command(s.archive, s.cal_path);
+    Archive::Command command(store.archive, store.cal_path);
     while (cursor.isValid() && ym(cursor) <= ym(u)) {
         const int m = ym(cursor);
         if (const int e =
-                delete_by_key(s, s.cal_path, MemberKind::appointments, yymm_of(cursor), key))
+                delete_by_key(store, store.cal_path, MemberKind::appointments, yymm_of(cursor), key))
             return e;
         if (by_weekday) {
             cursor = cursor.addMonths(1);
@@ -167,7 +167,7 @@ int delete_series(AppState& s, const QDate& first, const QString& end, const QSt
     return command.finish();
 }
 
-int delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, const QString& start,
+int delete_series_rmdrs(Shared& store, const QDate& first, const QString& end, const QString& start,
                         const QString& key, const QString& until, qint16 lead, qint16 unit,
                         qint16 every, const QString& occurs, const QString& pattern) {
     Q_UNUSED(end);
@@ -184,11 +184,11 @@ int delete_series_rmdrs(AppState& s, const QDate& first, const QString& end, con
     int last = u.isValid() ? ym(u) : ym(cursor);
     if (last < ym(cursor)) last = ym(cursor);
 
-    Archive::Command command(s.archive, s.cal_path);
+    Archive::Command command(store.archive, store.cal_path);
     while (cursor.isValid() && ym(cursor) <= last) {
         const int m = ym(cursor);
         if (const int e =
-                delete_by_key(s, s.cal_path, MemberKind::reminders, yymm_of(cursor.date()), key))
+                delete_by_key(store, store.cal_path, MemberKind::reminders, yymm_of(cursor.date()), key))
             return e;
         do {
             b = by_weekday ? b.addMonths(1) : date_add(letter, step, b);
@@ -216,38 +216,38 @@ int copy_appt(AppState& s, ApptForm& f) {
     f.occurs_field = number_field(s.occ_by_period ? s.occ_period : s.occ_ordinal);
     if (!s.occ_by_period || f.occurs_field != u"0 ") {
         if (!s.occ_by_period)
-            build_weekday_occurs(s, f, key);
+            build_weekday_occurs(s.store(), s.editing(), f, key);
         else
-            build_occurs(s, f, f.occurs_field, key);
+            build_occurs(s.store(), s.editing(), f, f.occurs_field, key);
         if (const int e = write_occurs(s, s.cal_path)) return e;
         if (s.rem_lead > 0)
-            if (const int e = make_series_rmdrs(s)) return e;
+            if (const int e = make_series_rmdrs(s.store(), s.editing())) return e;
         if (const int e = load_rmdrs(s, clock().today(), s.cal_path, s.months_back)) return e;
     } else {
-        fill_appt_row(s, f, n, key);
+        fill_appt_row(s.store(), s.editing(), f, n, key);
         if (const int e = write_appts(s, s.cal_path, append_mode, n)) return e;
         const appt_rec* row = s.appt_row(n);
         if (row && field_number(row->appt_rem_lead, 0) != 0)
-            if (const int e = add_rmdr(s, append_mode, s.cal_path, n)) return e;
+            if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, n)) return e;
         if (const int e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back)) return e;
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
-    refresh_planner(s);
+    refresh_planner(s.store(), s.view(), s.options(), s.editing());
     return command.finish();
 }
 
 void imageReminder_Click(AppState& s) {
     if (!calendar_open(s)) return;
-    hand_over_new(s);
+    hand_over_new(s.store(), s.editing());
     const bool day_up = !s.view_month && !s.view_week;
     s.edit_start = day_up && row_selected(s.vsSched)
                        ? selected_row_time(s)
                        : clock().now().time().toString(QStringLiteral("HH:mm"));
-    open_editor(s);
+    open_editor(s.editing(), s.run());
 }
 
 void imageClock_Click(AppState& s) {
-    const int index = selected_entry(s, MsgStyle::Warning);
+    const int index = selected_entry(s.store(), s.view(), MsgStyle::Warning);
     if (index == 0) return;
     s.edit_index = index;
     delCmd_Click(s);
@@ -256,21 +256,21 @@ void imageClock_Click(AppState& s) {
 void mnuCopy_Click(AppState& s) {
     // Checked before the flags are set, so a refused copy cannot leave the
     // next opening of the editor in copy mode.
-    const int index = selected_entry(s, MsgStyle::Information);
+    const int index = selected_entry(s.store(), s.view(), MsgStyle::Information);
     if (index == 0) return;
     s.new_appt = true;
     s.appt_copy = true;
     s.edit_start = selected_row_time(s);
     s.edit_index = index;
     s.timer1_enabled = false;
-    open_editor(s);
+    open_editor(s.editing(), s.run());
 }
 
 void mnuEditA_Click(AppState& s) {
-    if (selected_entry(s, MsgStyle::Warning) == 0) return;
+    if (selected_entry(s.store(), s.view(), MsgStyle::Warning) == 0) return;
     const Grid& g = s.vsSched;
-    sched_hand_over(s, g.Row(), g.Col());
-    open_editor(s);
+    sched_hand_over(s.store(), s.view(), s.editing(), g.Row(), g.Col());
+    open_editor(s.editing(), s.run());
 }
 
 } // namespace orva

@@ -15,11 +15,11 @@ bool delCmd_Click(AppState& s);
 // the lines of other keys in their order; a member left empty is removed.
 // Only the key decides; first, end and start give the walk its start.
 // Returns 0 or the store's error number.
-[[nodiscard]] int delete_series(AppState& s, const QDate& first, const QString& end,
+[[nodiscard]] int delete_series(Shared& store, const QDate& first, const QString& end,
                                 const QString& start, const QString& key, const QString& until,
                                 qint16 every, const QString& occurs, const QString& pattern);
 // The same walk over the reminder members, each month moved back by the lead.
-[[nodiscard]] int delete_series_rmdrs(AppState& s, const QDate& first, const QString& end,
+[[nodiscard]] int delete_series_rmdrs(Shared& store, const QDate& first, const QString& end,
                                       const QString& start, const QString& key,
                                       const QString& until, qint16 lead, qint16 unit, qint16 every,
                                       const QString& occurs, const QString& pattern);

@@ -5,10 +5,10 @@
 
 namespace orva {
 
-void frmQuick_Load(AppState& s, QuickForm& f) {
+void frmQuick_Load(Shared& store, PlannerState& view, QuickForm& f) {
     fill_stickers(f.typeIcombo, QStringLiteral("frmQuick"));
     f.typeIcombo.list_index = 0;
-    const appt_rec* a = s.appt_row(s.appt_count);
+    const appt_rec* a = store.appt_row(store.appt_count);
     if (!a) {
         f.caption.clear();
         f.picker_enabled = false;
@@ -20,13 +20,13 @@ void frmQuick_Load(AppState& s, QuickForm& f) {
     const bool timed = start_slot(start) != 0;
     // Row 0 of the day planner makes an untimed entry, which has no end to
     // pick; the week and month planners always hand over the present time.
-    f.picker_enabled = (s.view_day && timed) || s.view_week || s.view_month;
+    f.picker_enabled = (view.view_day && timed) || view.view_week || view.view_month;
     const QTime t = hhmm_to_time(start);
     f.DTPicker1 = t.isValid() ? t : QTime(0, 0);
 }
 
-bool frmQuick_OK(AppState& s, QuickForm& f) {
-    appt_rec* a = s.appt_row(s.appt_count);
+bool frmQuick_OK(Shared& store, QuickForm& f) {
+    appt_rec* a = store.appt_row(store.appt_count);
     if (!a) return true;
     const QString start_value = a->appt_start;
     const QString end_value = f.DTPicker1.toString(QStringLiteral("HH:mm"));
@@ -43,37 +43,37 @@ bool frmQuick_OK(AppState& s, QuickForm& f) {
     return true;
 }
 
-void frmQuick_Cancel(AppState& s, QuickForm& f) {
+void frmQuick_Cancel(PlannerState& view, QuickForm& f) {
     Q_UNUSED(f);
     // The row is left as the grid made it ("0", end = start): the caller
     // still writes it, so Cancel keeps a one-row entry rather than undoing it.
-    if (s.view_day) {
-        Grid& g = s.vsSched;
+    if (view.view_day) {
+        Grid& g = view.vsSched;
         if (g.Row() >= 0 && g.Col() >= 0) g.setTextMatrix(g.Row(), g.Col(), QString());
-    } else if (s.view_week || s.view_month) {
+    } else if (view.view_week || view.view_month) {
         // A cell of vsOvervw holds a whole day's lines, not one entry: which
         // part to empty is for the week and month planners to say.
     }
 }
 
-void frmNotes_Load(AppState& s, NotesForm& f) {
-    f.font_name = s.grid_font_name;
+void frmNotes_Load(OptionsState& options, EditorState& editing, NotesForm& f) {
+    f.font_name = options.grid_font_name;
     bool ok = false;
-    const double pt = s.grid_font_size.trimmed().toDouble(&ok);
+    const double pt = options.grid_font_size.trimmed().toDouble(&ok);
     if (ok && pt > 0) f.font_size = pt;
-    f.font_bold = s.grid_font_bold;
+    f.font_bold = options.grid_font_bold;
 
     // notes_text is normally a whole field, 200 blanks when there are no notes.
-    const QString shown = rtrim(s.notes_text);
+    const QString shown = rtrim(editing.notes_text);
     f.rtNotes = cut_to_bytes(shown, notes_limit);
     f.cursor = int(f.rtNotes.size());
-    s.notes_shown = s.notes_text;
+    editing.notes_shown = editing.notes_text;
 
-    if (s.caller_form == u"apptfrm") {
+    if (editing.caller_form == u"apptfrm") {
         f.anchor = QStringLiteral("frmAppt1");
         f.dx = 2400;
         f.dy = 200;
-    } else if (s.caller_form == u"dtlfrm") {
+    } else if (editing.caller_form == u"dtlfrm") {
         f.anchor = QStringLiteral("Frame2");
         f.dx = 1800;
         f.dy = 200;
@@ -83,17 +83,17 @@ void frmNotes_Load(AppState& s, NotesForm& f) {
     }
 }
 
-void frmNotes_OK(AppState& s, NotesForm& f) {
+void frmNotes_OK(EditorState& editing, NotesForm& f) {
     const QString text = cut_to_bytes(f.rtNotes, notes_limit);
     // notes_shown is usually blank-padded and the box never is: compared as
     // they stand, opening and OK alone would count as an edit.
-    if (rtrim(text) != rtrim(s.notes_shown)) s.notes_dirty = true;
-    s.notes_text = text;
+    if (rtrim(text) != rtrim(editing.notes_shown)) editing.notes_dirty = true;
+    editing.notes_text = text;
 }
 
-void frmNotes_Cancel(AppState& s, NotesForm& f) {
+void frmNotes_Cancel(EditorState& editing, NotesForm& f) {
     Q_UNUSED(f);
-    s.notes_dirty = false;
+    editing.notes_dirty = false;
 }
 
 } // namespace orva

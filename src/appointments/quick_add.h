@@ -16,12 +16,12 @@ struct QuickForm {
     bool picker_enabled = true;
 };
 
-void frmQuick_Load(AppState& s, QuickForm& f);
+void frmQuick_Load(Shared& store, PlannerState& view, QuickForm& f);
 // OK: returns true when the form unloads; false after "End time is less than
 // Start Time" (information style), with the form staying.
-bool frmQuick_OK(AppState& s, QuickForm& f);
+bool frmQuick_OK(Shared& store, QuickForm& f);
 // Cancel: the selected cell of the planner grid is emptied; the row stays.
-void frmQuick_Cancel(AppState& s, QuickForm& f);
+void frmQuick_Cancel(PlannerState& view, QuickForm& f);
 
 inline const QString end_before_start_text = QStringLiteral("End time is less than Start Time");
 
@@ -41,8 +41,8 @@ struct NotesForm {
 // What the notes field holds, in bytes of UTF-8 (not characters).
 inline constexpr int notes_limit = decltype(appt_rec::appt_notes)::width;
 
-void frmNotes_Load(AppState& s, NotesForm& f);
-void frmNotes_OK(AppState& s, NotesForm& f);
-void frmNotes_Cancel(AppState& s, NotesForm& f);
+void frmNotes_Load(OptionsState& options, EditorState& editing, NotesForm& f);
+void frmNotes_OK(EditorState& editing, NotesForm& f);
+void frmNotes_Cancel(EditorState& editing, NotesForm& f);
 
 } // namespace orva

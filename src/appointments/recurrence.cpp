@@ -67,9 +67,9 @@ void select_first(ComboList& c) {
     c.list_index = c.items.isEmpty() ? -1 : 0;
 }
 
-void blank_occur_keys(AppState& s) {
+void blank_occur_keys(Shared& store) {
     for (int r = 1; r <= occur_limit; ++r) {
-        appt_rec* row = s.occur_row(r);
+        appt_rec* row = store.occur_row(r);
         row->appt_start.blank();
         row->appt_end.blank();
         row->appt_first_date.blank();
@@ -79,7 +79,7 @@ void blank_occur_keys(AppState& s) {
 }
 
 // The fields every generated row takes alike, whatever the pattern.
-void fill_common(AppState& s, const ApptForm& f, appt_rec& row, const QDate& first, const QDate& at,
+void fill_common(EditorState& editing, const ApptForm& f, appt_rec& row, const QDate& first, const QDate& at,
                  const QString& key) {
     row.appt_first_date = first.toString(QStringLiteral("MMddyyyy"));
     row.appt_date = at.toString(QStringLiteral("MMddyyyy"));
@@ -93,11 +93,11 @@ void fill_common(AppState& s, const ApptForm& f, appt_rec& row, const QDate& fir
     row.appt_id = key;
     row.appt_text = f.Text1;
     row.appt_type = f.typeIcombo.selected_key();
-    row.appt_until = s.occ_until;
-    row.appt_rem_lead = number_field(s.rem_lead);
-    row.appt_rem_unit = number_field(s.rem_unit);
-    row.appt_rem_anim = number_field(s.rem_anim);
-    row.appt_rem_text = s.rem_sound;
+    row.appt_until = editing.occ_until;
+    row.appt_rem_lead = number_field(editing.rem_lead);
+    row.appt_rem_unit = number_field(editing.rem_unit);
+    row.appt_rem_anim = number_field(editing.rem_anim);
+    row.appt_rem_text = editing.rem_sound;
     row.appt_notes = f.Notes;
 }
 
@@ -197,62 +197,62 @@ int until_key(const QString& mm_dd_yy) {
     return leading_number(mm_dd_yy.mid(6, 2) + mm_dd_yy.mid(0, 2) + mm_dd_yy.mid(3, 2));
 }
 
-void frmOccurs_Load(AppState& s, const ApptForm& editor, OccursForm& f) {
+void frmOccurs_Load(PlannerState& view, EditorState& editing, const ApptForm& editor, OccursForm& f) {
     f.untilDTPicker_min = editor.apptDTPicker;
     f.untilDTPicker_max = clock().today().addYears(15);
-    f.untilDTPicker_CalendarBackColor = s.vsSched.BackColor();
+    f.untilDTPicker_CalendarBackColor = view.vsSched.BackColor();
     f.occursCombo.items = period_items();
     f.occursWCombo.items = ordinal_items();
     f.everyWkDCombo.items = weekday_items();
     f.mthCombo.items = month_items();
-    if (!s.occ_by_period) {
-        f.occursWCombo.list_index = s.occ_ordinal;
-        f.everyWkDCombo.list_index = s.occ_weekday;
-        f.mthCombo.list_index = s.occ_month;
+    if (!editing.occ_by_period) {
+        f.occursWCombo.list_index = editing.occ_ordinal;
+        f.everyWkDCombo.list_index = editing.occ_weekday;
+        f.mthCombo.list_index = editing.occ_month;
         f.Option1 = false;
         f.Option2 = true;
-        Option2_Click(s, editor, f);
+        Option2_Click(editing, editor, f);
     } else {
         f.Option1 = true;
         f.Option2 = false;
-        Option1_Click(s, editor, f);
+        Option1_Click(editing, editor, f);
     }
 }
 
-void Option1_Click(AppState& s, const ApptForm& editor, OccursForm& f) {
+void Option1_Click(EditorState& editing, const ApptForm& editor, OccursForm& f) {
     f.occursWCombo_enabled = false;
     f.everyWkDCombo_enabled = false;
     f.mthCombo_enabled = false;
     f.untilDTPicker_enabled = false;
     f.occursCombo_enabled = true;
     f.EveryCombo_enabled = true;
-    s.occ_by_period = true;
-    s.occ_by_weekday = false;
-    f.occursCombo.list_index = s.occ_period;
-    occursCombo_Click(s, editor, f);
+    editing.occ_by_period = true;
+    editing.occ_by_weekday = false;
+    f.occursCombo.list_index = editing.occ_period;
+    occursCombo_Click(editing, editor, f);
     select_first(f.occursWCombo);
     select_first(f.everyWkDCombo);
     select_first(f.mthCombo);
 }
 
-void Option2_Click(AppState& s, const ApptForm&, OccursForm& f) {
+void Option2_Click(EditorState& editing, const ApptForm&, OccursForm& f) {
     f.occursWCombo_enabled = true;
     f.everyWkDCombo_enabled = true;
     f.untilDTPicker_enabled = true;
     f.mthCombo_enabled = true;
     f.occursCombo_enabled = false;
     f.EveryCombo_enabled = false;
-    s.occ_by_period = false;
-    s.occ_by_weekday = true;
+    editing.occ_by_period = false;
+    editing.occ_by_weekday = true;
     f.Label1.clear();
     select_first(f.occursCombo);
-    QDate until = short_to_date(s.occ_until);
-    if (s.new_appt) until = until.addYears(1);
+    QDate until = short_to_date(editing.occ_until);
+    if (editing.new_appt) until = until.addYears(1);
     set_until(f, until);
 }
 
-void occursCombo_Click(AppState& s, const ApptForm& editor, OccursForm& f) {
-    const QDate d = short_to_date(s.occ_until);
+void occursCombo_Click(EditorState& editing, const ApptForm& editor, OccursForm& f) {
+    const QDate d = short_to_date(editing.occ_until);
     const QDate first = editor.apptDTPicker;
     const int period = f.occursCombo.list_index;
     f.EveryCombo.clear();
@@ -304,137 +304,137 @@ void occursCombo_Click(AppState& s, const ApptForm& editor, OccursForm& f) {
         f.untilDTPicker_enabled = true;
         f.EveryCombo_enabled = true;
     }
-    set_until(f, s.new_appt ? offer : d);
+    set_until(f, editing.new_appt ? offer : d);
     select_first(f.EveryCombo);
 }
 
-void mthCombo_Click(AppState& s, const ApptForm&, OccursForm& f) {
-    if (!s.new_appt) {
-        set_until(f, short_to_date(s.occ_until));
+void mthCombo_Click(EditorState& editing, const ApptForm&, OccursForm& f) {
+    if (!editing.new_appt) {
+        set_until(f, short_to_date(editing.occ_until));
         return;
     }
     // Characters 3-4 are the slash and the first digit of the day, which read
     // as day 0: the last day of the month before. Kept as it is.
-    const int month = leading_number(s.occ_until.mid(0, 2));
-    const int day = leading_number(s.occ_until.mid(2, 2));
-    const int year = 2000 + leading_number(s.occ_until.mid(6, 2));
+    const int month = leading_number(editing.occ_until.mid(0, 2));
+    const int day = leading_number(editing.occ_until.mid(2, 2));
+    const int year = 2000 + leading_number(editing.occ_until.mid(6, 2));
     if (month < 1 || month > 12) return;
     set_until(f, day_of_month(year, month, day).addYears(1));
 }
 
-void frmOccurs_OK(AppState& s, ApptForm& editor, OccursForm& f) {
+void frmOccurs_OK(EditorState& editing, ApptForm& editor, OccursForm& f) {
     QString pattern;
     int occurs = 0, every = 0, month = 0;
     if (f.Option1) {
-        s.occ_every = qint16(f.EveryCombo.list_index);
+        editing.occ_every = qint16(f.EveryCombo.list_index);
         pattern = QStringLiteral("1 ");
         occurs = f.occursCombo.list_index;
-        every = s.occ_every;
+        every = editing.occ_every;
     } else {
-        s.occ_every = qint16(f.everyWkDCombo.list_index);
+        editing.occ_every = qint16(f.everyWkDCombo.list_index);
         pattern = QStringLiteral("2 ");
         occurs = f.occursWCombo.list_index;
-        every = s.occ_every;
+        every = editing.occ_every;
         month = f.mthCombo.list_index;
     }
-    s.occ_period = qint16(f.occursCombo.list_index);
-    s.occ_ordinal = qint16(f.occursWCombo.list_index);
-    s.occ_weekday = qint16(f.everyWkDCombo.list_index);
-    s.occ_month = qint16(f.mthCombo.list_index);
-    s.occ_until = f.untilDTPicker.toString(QStringLiteral("MM/dd/yy"));
+    editing.occ_period = qint16(f.occursCombo.list_index);
+    editing.occ_ordinal = qint16(f.occursWCombo.list_index);
+    editing.occ_weekday = qint16(f.everyWkDCombo.list_index);
+    editing.occ_month = qint16(f.mthCombo.list_index);
+    editing.occ_until = f.untilDTPicker.toString(QStringLiteral("MM/dd/yy"));
     editor.lblOccur = occurs_caption(pattern, occurs, every, month, f.untilDTPicker);
 }
 
-void build_occurs(AppState& s, const ApptForm& f, const QString& occurs, const QString& key) {
-    s.occur_count = 1;
-    if (!s.occ_by_period) {
-        build_weekday_occurs(s, f, key);
+void build_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& occurs, const QString& key) {
+    store.occur_count = 1;
+    if (!editing.occ_by_period) {
+        build_weekday_occurs(store, editing, f, key);
         return;
     }
     const QString letter = period_letter(occurs);
     if (letter.isEmpty()) return;
-    build_period_occurs(s, f, letter, key);
+    build_period_occurs(store, editing, f, letter, key);
 }
 
-void build_period_occurs(AppState& s, const ApptForm& f, const QString& letter,
+void build_period_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& letter,
                          const QString& key) {
-    blank_occur_keys(s);
-    const int step = s.occ_every + 1;
+    blank_occur_keys(store);
+    const int step = editing.occ_every + 1;
     const QDate first = f.apptDTPicker;
     if (!first.isValid()) return;
-    const int last = until_key(s.occ_until);
+    const int last = until_key(editing.occ_until);
     const QString first_yymm = yymm_of(first);
     qint64 i = 0;
     QDate t = first;
     int stamp = yymmdd_key(t);
     while (stamp <= last) {
-        appt_rec* row = s.occur_row(s.occur_count);
+        appt_rec* row = store.occur_row(store.occur_count);
         // The row past the table cannot be stored; that ends the series.
         if (!row) return;
-        fill_common(s, f, *row, first, t, key);
-        row->appt_occurs = number_field(s.occ_period);
+        fill_common(editing, f, *row, first, t, key);
+        row->appt_occurs = number_field(editing.occ_period);
         row->appt_occurs_month = QStringLiteral("0 ");
-        row->appt_occurs_every = number_field(s.occ_every);
+        row->appt_occurs_every = number_field(editing.occ_every);
         row->appt_pattern = QStringLiteral("1 ");
         if (yymm_of(t) == first_yymm) {
-            ++s.appt_count;
-            copy_occur_row(s, s.appt_count, s.occur_count);
+            ++store.appt_count;
+            copy_occur_row(store, editing, store.appt_count, store.occur_count);
         }
         ++i;
         // Always from the first date: stepping from the occurrence before
         // would lose a month end after the first short month.
         t = date_add(letter, step * i, first);
         stamp = yymmdd_key(t);
-        if (stamp <= last) ++s.occur_count;
-        if (s.occur_count > occur_limit) modal().message(too_many_msg, MsgStyle::Critical);
+        if (stamp <= last) ++store.occur_count;
+        if (store.occur_count > occur_limit) modal().message(too_many_msg, MsgStyle::Critical);
         yield_events();
     }
 }
 
-void build_weekday_occurs(AppState& s, const ApptForm& f, const QString& key) {
-    s.occur_count = 0;
-    blank_occur_keys(s);
+void build_weekday_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& key) {
+    store.occur_count = 0;
+    blank_occur_keys(store);
     const QDate first = f.apptDTPicker;
     // Only the year and month of c are read, so the day may be any.
-    QDate c = s.occ_month != 0 ? QDate(first.year(), s.occ_month, 1) : first;
+    QDate c = editing.occ_month != 0 ? QDate(first.year(), editing.occ_month, 1) : first;
     // A month outside the list would never find a day and never end.
     if (!c.isValid()) return;
     QString date_text, yymm;
     int stamp = 0;
-    find_weekday_in_month(s, first, c, date_text, yymm, stamp);
-    const int last = until_key(s.occ_until);
+    find_weekday_in_month(editing, first, c, date_text, yymm, stamp);
+    const int last = until_key(editing.occ_until);
     const QString first_yymm = yymm_of(first);
     while (stamp <= last) {
         if (!date_text.isEmpty()) {
-            ++s.occur_count;
-            if (s.occur_count > occur_limit) {
+            ++store.occur_count;
+            if (store.occur_count > occur_limit) {
                 modal().message(too_many_msg, MsgStyle::Critical);
                 break;
             }
-            appt_rec& row = *s.occur_row(s.occur_count);
-            fill_common(s, f, row, first, text_to_date(date_text), key);
-            row.appt_occurs = number_field(s.occ_ordinal);
-            row.appt_occurs_month = number_field(s.occ_month);
-            row.appt_occurs_every = number_field(s.occ_weekday);
+            appt_rec& row = *store.occur_row(store.occur_count);
+            fill_common(editing, f, row, first, text_to_date(date_text), key);
+            row.appt_occurs = number_field(editing.occ_ordinal);
+            row.appt_occurs_month = number_field(editing.occ_month);
+            row.appt_occurs_every = number_field(editing.occ_weekday);
             row.appt_pattern = QStringLiteral("2 ");
             if (yymm == first_yymm) {
-                ++s.appt_count;
-                copy_occur_row(s, s.appt_count, s.occur_count);
+                ++store.appt_count;
+                copy_occur_row(store, editing, store.appt_count, store.occur_count);
             }
         }
-        c = s.occ_month == 0 ? date_add(QStringLiteral("m"), 1, c)
+        c = editing.occ_month == 0 ? date_add(QStringLiteral("m"), 1, c)
                              : date_add(QStringLiteral("yyyy"), 1, c);
-        find_weekday_in_month(s, first, c, date_text, yymm, stamp);
+        find_weekday_in_month(editing, first, c, date_text, yymm, stamp);
         yield_events();
     }
 }
 
-void find_weekday_in_month(const AppState& s, const QDate& first, const QDate& c,
+void find_weekday_in_month(EditorState& editing, const QDate& first, const QDate& c,
                            QString& date_text, QString& yymm, int& key) {
     if (!c.isValid()) return;
-    const bool last = s.occ_ordinal == 4;
-    const int wanted = s.occ_ordinal + 1;
-    const int weekday = s.occ_weekday + 1;
+    const bool last = editing.occ_ordinal == 4;
+    const int wanted = editing.occ_ordinal + 1;
+    const int weekday = editing.occ_weekday + 1;
     const int first_key = yymmdd_key(first);
     const QDate month_start(c.year(), c.month(), 1);
     const int days = int(month_start.daysTo(month_start.addMonths(1)));
@@ -495,8 +495,8 @@ QString occurs_caption(const QString& pattern, int occurs, int every, int month,
     return QStringLiteral("This appointment occurs ") + words + QStringLiteral(" until ") + d;
 }
 
-void set_occurs_caption(AppState& s, ApptForm& f, int row) {
-    const appt_rec* a = s.appt_row(row);
+void set_occurs_caption(Shared& store, ApptForm& f, int row) {
+    const appt_rec* a = store.appt_row(row);
     if (!a) return;
     const QString pattern = a->appt_pattern;
     f.lblOccur = occurs_caption(

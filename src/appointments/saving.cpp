@@ -22,8 +22,8 @@ QString new_appt_id() {
     return appt_id_at(clock().now());
 }
 
-void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key) {
-    appt_rec* a = s.appt_row(row);
+void fill_appt_row(Shared& store, EditorState& editing, const ApptForm& f, int row, const QString& key) {
+    appt_rec* a = store.appt_row(row);
     if (!a) return;
     const QString first = f.apptDTPicker.toString(QStringLiteral("MMddyyyy"));
     a->appt_first_date = first;
@@ -39,22 +39,22 @@ void fill_appt_row(AppState& s, const ApptForm& f, int row, const QString& key) 
     a->appt_text = cut_to_bytes(f.Text1, text1_limit);
     a->appt_type = f.typeIcombo.selected_key();
     a->appt_occurs = f.occurs_field;
-    a->appt_occurs_month = number_field(s.occ_month);
-    a->appt_occurs_every = number_field(s.occ_every);
-    a->appt_until = s.occ_until;
-    a->appt_rem_lead = number_field(s.rem_lead);
-    a->appt_rem_unit = number_field(s.rem_unit);
-    a->appt_rem_anim = number_field(s.rem_anim);
-    a->appt_rem_text = s.rem_sound;
+    a->appt_occurs_month = number_field(editing.occ_month);
+    a->appt_occurs_every = number_field(editing.occ_every);
+    a->appt_until = editing.occ_until;
+    a->appt_rem_lead = number_field(editing.rem_lead);
+    a->appt_rem_unit = number_field(editing.rem_unit);
+    a->appt_rem_anim = number_field(editing.rem_anim);
+    a->appt_rem_text = editing.rem_sound;
     a->appt_notes = f.Notes;
-    a->appt_pattern = s.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
+    a->appt_pattern = editing.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
 }
 
-void copy_occur_row(AppState& s, int target, int source) {
-    appt_rec* src = s.occur_row(source);
-    appt_rec* dst = s.appt_row(target);
+void copy_occur_row(Shared& store, EditorState& editing, int target, int source) {
+    appt_rec* src = store.occur_row(source);
+    appt_rec* dst = store.appt_row(target);
     if (!src) return;
-    src->appt_pattern = s.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
+    src->appt_pattern = editing.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
     if (dst) *dst = *src;
 }
 
@@ -63,24 +63,24 @@ namespace {
 const QString one_time = QStringLiteral("0 ");
 
 // Inside the command, so a read that fails fails the command too.
-int reload_rmdrs(AppState& s, const QDate& from) {
-    return load_rmdrs(s, from, s.cal_path, s.months_back);
+int reload_rmdrs(Shared& store, RunState& run, const QDate& from) {
+    return load_rmdrs(store, from, store.cal_path, run.months_back);
 }
 
 // Generates a series under the rule in force with `key` and writes it. The
 // caller has set occurs_field.
-int write_series(AppState& s, ApptForm& f, const QString& key) {
-    if (!s.occ_by_period)
-        build_weekday_occurs(s, f, key);
+int write_series(Shared& store, EditorState& editing, ApptForm& f, const QString& key) {
+    if (!editing.occ_by_period)
+        build_weekday_occurs(store, editing, f, key);
     else
-        build_occurs(s, f, f.occurs_field, key);
-    return write_occurs(s, s.cal_path);
+        build_occurs(store, editing, f, f.occurs_field, key);
+    return write_occurs(store, store.cal_path);
 }
 
 // The occurs text of the rule in force: the ordinal of a weekday rule, the
 // period of any other.
-QString rule_occurs(const AppState& s) {
-    return number_field(s.occ_by_period ? s.occ_period : s.occ_ordinal);
+QString rule_occurs(EditorState& editing) {
+    return number_field(editing.occ_by_period ? editing.occ_period : editing.occ_ordinal);
 }
 
 QString as_mmddyy(const QString& until) {
@@ -105,17 +105,17 @@ bool save_appt(AppState& s, ApptForm& f) {
         f.occurs_field = rule_occurs(s);
         const QString key = new_appt_id();
         if (!s.occ_by_period || f.occurs_field != one_time) {
-            e = write_series(s, f, key);
-            if (!e && s.rem_lead > 0) e = make_series_rmdrs(s);
+            e = write_series(s.store(), s.editing(), f, key);
+            if (!e && s.rem_lead > 0) e = make_series_rmdrs(s.store(), s.editing());
         } else {
             ++s.appt_count;
-            fill_appt_row(s, f, s.appt_count, key);
+            fill_appt_row(s.store(), s.editing(), f, s.appt_count, key);
             e = write_appts(s, s.cal_path, append_mode, s.appt_count);
-            if (!e && s.rem_lead > 0) e = add_rmdr(s, append_mode, s.cal_path, s.appt_count);
+            if (!e && s.rem_lead > 0) e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, s.appt_count);
         }
-        if (!e) e = reload_rmdrs(s, s.cur_date);
+        if (!e) e = reload_rmdrs(s.store(), s.run(), s.cur_date);
         if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
-        if (!e) refresh_planner(s);
+        if (!e) refresh_planner(s.store(), s.view(), s.options(), s.editing());
     }
     command.abort(e);
     const int committed = command.finish();
@@ -127,7 +127,7 @@ bool save_appt(AppState& s, ApptForm& f) {
         s.appt_copy = was_copy;
         return false;
     }
-    end_update(s);
+    end_update(s.store(), s.view(), s.run());
     return true;
 }
 
@@ -194,61 +194,61 @@ int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
         return err::none;
     };
     if (!s.occ_by_period || f.occurs_field != one_time) {
-        if (const int e = write_series(s, f, key)) return e;
+        if (const int e = write_series(s.store(), s.editing(), f, key)) return e;
         if (s.mark_past) {
             if (const int e = drop_old_rmdrs()) return e;
             if (s.rem_lead > 0)
-                if (const int e = make_series_rmdrs(s)) return e;
-            if (const int e = reload_rmdrs(s, clock().today())) return e;
+                if (const int e = make_series_rmdrs(s.store(), s.editing())) return e;
+            if (const int e = reload_rmdrs(s.store(), s.run(), clock().today())) return e;
         }
     } else {
-        fill_appt_row(s, f, row, key);
+        fill_appt_row(s.store(), s.editing(), f, row, key);
         if (const int e = write_appts(s, s.cal_path, append_mode, row)) return e;
         if (s.mark_past) {
             if (const int e = drop_old_rmdrs()) return e;
             const appt_rec* now = s.appt_row(row);
             if (now && field_number(now->appt_rem_lead, 0) != 0)
-                if (const int e = add_rmdr(s, append_mode, s.cal_path, row)) return e;
-            if (const int e = reload_rmdrs(s, s.cur_date)) return e;
+                if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, row)) return e;
+            if (const int e = reload_rmdrs(s.store(), s.run(), s.cur_date)) return e;
         }
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
     // Opened from the search or the reminder list, the planner is left alone.
-    if (s.view_month || s.view_week || s.appt_from_planner) refresh_planner(s);
+    if (s.view_month || s.view_week || s.appt_from_planner) refresh_planner(s.store(), s.view(), s.options(), s.editing());
     return command.finish();
 }
 
-void end_update(AppState& s) {
-    show_status(s);
-    s.status_panels[panel_count].text = calendar_updated_text;
-    s.timer1_enabled = true;
+void end_update(Shared& store, PlannerState& view, RunState& run) {
+    show_status(store, view);
+    view.status_panels[panel_count].text = calendar_updated_text;
+    run.timer1_enabled = true;
 }
 
 void report_failed_update(AppState& s) {
     // The file is as it was before the command; so must the tables be.
     (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
     (void)load_appts(s, s.cur_date, s.cal_path, 0);
-    refresh_planner(s);
-    show_status(s);
+    refresh_planner(s.store(), s.view(), s.options(), s.editing());
+    show_status(s.store(), s.view());
     s.timer1_enabled = true;
     modal().message(couldnt_update_msg, MsgStyle::Critical);
 }
 
-void refresh_planner(AppState& s) {
+void refresh_planner(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
     // The week and month planners rebuild themselves once they exist.
-    if (s.view_month || s.view_week) return;
-    Grid& g = s.vsSched;
+    if (view.view_month || view.view_week) return;
+    Grid& g = view.vsSched;
     const int row = g.Row(), col = g.Col();
-    rebuild_day(s);
+    rebuild_day(store, view, options, editing);
     // The cell that was current stays current. Its old data is not written
     // back: after a rebuild it could name a row that now holds another entry.
     if (row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols()) {
         g.Select(row, col);
         const QString d = g.Cell(CellSetting::Data, row, col).toString();
-        if (s.tab_key == u"appt" && !d.isEmpty() && d != blank_data) {
-            s.cur_row = qint16(row);
-            s.cur_col = qint16(col);
-            show_detail(s, row, col);
+        if (view.tab_key == u"appt" && !d.isEmpty() && d != blank_data) {
+            view.cur_row = qint16(row);
+            view.cur_col = qint16(col);
+            show_detail(store, view, options, editing, row, col);
         }
     }
 }

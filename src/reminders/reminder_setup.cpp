@@ -51,8 +51,8 @@ int anim_index(int anim) {
 }
 
 // Title and lblAppt of a setup from the editor, read off its pickers.
-void label_from_editor(const AppState& s, RemForm& f) {
-    const ApptForm* e = s.appt_form;
+void label_from_editor(EditorState& editing, RemForm& f) {
+    const ApptForm* e = editing.appt_form;
     f.caption = QStringLiteral("Reminder Setup for - ") + (e ? e->Text1 : QString());
     if (!e) {
         f.lblAppt.clear();
@@ -113,10 +113,10 @@ QString ntimes_text(int count) {
            (count == 1 ? QStringLiteral(" time this month") : QStringLiteral(" times this month"));
 }
 
-int shown_count(const AppState& s, const appt_rec& a) {
-    const int last = std::min<int>(s.rmdr_count, rmdr_limit);
+int shown_count(Shared& store, const appt_rec& a) {
+    const int last = std::min<int>(store.rmdr_count, rmdr_limit);
     for (int r = 1; r <= last; ++r) {
-        const rmdr_rec* m = s.rmdr_row(r);
+        const rmdr_rec* m = store.rmdr_row(r);
         if (!m) break;
         if (m->rmdr_first_date == a.appt_first_date && m->rmdr_start == a.appt_start &&
             m->rmdr_end == a.appt_end && m->rmdr_id == a.appt_id &&
@@ -152,7 +152,7 @@ void open_rem_setup(AppState& s, const QString& from, int row) {
     if (s.rem_lead == lead && s.rem_unit == unit && s.rem_anim == anim && s.rem_sound == sound)
         return;
     Archive::Command command(s.archive, s.cal_path);
-    int e = store_rem_settings(s, row);
+    int e = store_rem_settings(s.store(), s.editing(), row);
     // The rebuild leaves rmdr_tbl holding what it made, not what the file
     // now has; the tick must scan the file's rows.
     if (!e) e = load_rmdrs(s, s.cur_date, s.cal_path, 0);
@@ -199,42 +199,42 @@ void frmRem1_Load(AppState& s, RemForm& f) {
         label_from_editor(s, f);
 }
 
-bool frmRem1_OK(AppState& s, RemForm& f) {
+bool frmRem1_OK(EditorState& editing, RemForm& f) {
     const qint16 amount = qint16(std::max(0, f.advComboN.list_index));
     const qint16 unit = qint16(std::max(0, f.advComboInt.list_index));
     const qint16 anim = qint16(std::max(0, f.animateIcombo.list_index) + 1);
-    if (amount != s.rem_lead || unit != s.rem_unit || anim != s.rem_anim ||
-        f.alarmTxt != s.rem_sound) {
-        if (s.appt_form) s.appt_form->lblRem = rem_changed_caption;
+    if (amount != editing.rem_lead || unit != editing.rem_unit || anim != editing.rem_anim ||
+        f.alarmTxt != editing.rem_sound) {
+        if (editing.appt_form) editing.appt_form->lblRem = rem_changed_caption;
     }
     // Written before the question on purpose: a No keeps the dialog open with
     // the lead already 0, and a Cancel after it keeps that 0.
-    s.rem_lead = amount;
+    editing.rem_lead = amount;
     if (amount == 0 && modal().ask_yes_no(zero_lead_question, MsgStyle::Question) != Answer::Yes)
         return false;
-    s.rem_unit = unit;
-    s.rem_anim = anim;
-    s.rem_sound = f.alarmTxt;
+    editing.rem_unit = unit;
+    editing.rem_anim = anim;
+    editing.rem_sound = f.alarmTxt;
     return true;
 }
 
-void frmRem1_Cancel(AppState&, RemForm&) {}
+void frmRem1_Cancel(RemForm&) {}
 
-void Command5_Click(AppState&, RemForm& f) {
+void Command5_Click(RemForm& f) {
     const QString chosen = modal().open_file_dialog(wav_filter, wav_preset);
     // The patterns come back when the user confirms the preset name itself.
     if (chosen.isEmpty() || chosen == wav_preset || chosen == u"*.MP3" || chosen == u" ") return;
     f.alarmTxt = chosen;
 }
 
-void animateIcombo_Click(AppState& s, RemForm&) {
+void animateIcombo_Click(ReminderState& reminders, RemForm&) {
     // Neither "2" nor "3": no messenger flies until Preview or a due reminder
     // chooses one again.
-    s.msg_anim = QStringLiteral("Jet Set");
+    reminders.msg_anim = QStringLiteral("Jet Set");
 }
 
-void Slider1_Change(AppState& s, RemForm& f) {
-    s.anim_speed = qint16(f.Slider1);
+void Slider1_Change(OptionsState& options, RemForm& f) {
+    options.anim_speed = qint16(f.Slider1);
 }
 
 QString rmdr_due_text(const appt_rec& a, bool timed) {
@@ -272,11 +272,11 @@ QString rmdr_due_text(const appt_rec& a, bool timed) {
            QTime(int(total / 60), int(total % 60)).toString(QStringLiteral("HH:mm:ss"));
 }
 
-void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a) {
+void make_rmdr(EditorState& editing, rmdr_rec& out, const appt_rec& a) {
     // The editor's "Timed" box decides, not appt_start: an untimed entry's
     // reminder counts from midnight. With no editor loaded (a stored row set
     // up in place) the row's own blank start is the only sign left.
-    const bool timed = s.appt_form ? s.appt_form->Check1 : !a.appt_start.is_blank();
+    const bool timed = editing.appt_form ? editing.appt_form->Check1 : !a.appt_start.is_blank();
     const QString due = rmdr_due_text(a, timed);
 
     out.rmdr_first_date = a.appt_first_date;
@@ -292,62 +292,62 @@ void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a) {
     out.rmdr_alarm_text = a.appt_rem_text;
     out.rmdr_again_count = QStringLiteral("1 ");
     // An edit must not deliver the past occurrences of its series again.
-    const bool past = s.mark_past && is_past(out.rmdr_date, out.rmdr_time);
+    const bool past = editing.mark_past && is_past(out.rmdr_date, out.rmdr_time);
     out.rmdr_fired = past ? QStringLiteral("T") : QStringLiteral("F");
 }
 
-int add_rmdr(AppState& s, int mode, const QString& cal_file, int row) {
-    Archive::Command command(s.archive, cal_file);
+int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_file, int row) {
+    Archive::Command command(store.archive, cal_file);
     if (mode == rewrite_mode) {
         // Appends a row for every entry in view, whatever its lead, beside the
         // lines already there; nothing in the menus reaches it.
-        s.rmdr_count = 0;
-        const int last = std::min<int>(s.appt_count, appt_limit);
+        store.rmdr_count = 0;
+        const int last = std::min<int>(store.appt_count, appt_limit);
         for (int r = 1; r <= last; ++r) {
-            ++s.rmdr_count;
-            const appt_rec* a = s.appt_row(r);
-            if (rmdr_rec* out = s.rmdr_row(s.rmdr_count); out && a) make_rmdr(s, *out, *a);
+            ++store.rmdr_count;
+            const appt_rec* a = store.appt_row(r);
+            if (rmdr_rec* out = store.rmdr_row(store.rmdr_count); out && a) make_rmdr(editing, *out, *a);
         }
-        if (const int e = append_rmdr_rows(s, cal_file, 1, s.rmdr_count)) return e;
+        if (const int e = append_rmdr_rows(store, cal_file, 1, store.rmdr_count)) return e;
         return command.finish();
     }
     // The count rises even past the table's end, as every table's does; the
     // row itself is passed over without a word.
-    ++s.rmdr_count;
-    rmdr_rec* out = s.rmdr_row(s.rmdr_count);
-    const appt_rec* a = s.appt_row(row);
+    ++store.rmdr_count;
+    rmdr_rec* out = store.rmdr_row(store.rmdr_count);
+    const appt_rec* a = store.appt_row(row);
     if (!out || !a) return command.finish();
-    make_rmdr(s, *out, *a);
-    if (const int e = append_rmdr_line(s, cal_file, *out)) return e;
+    make_rmdr(editing, *out, *a);
+    if (const int e = append_rmdr_line(store, cal_file, *out)) return e;
     return command.finish();
 }
 
-int make_series_rmdrs(AppState& s) {
-    Archive::Command command(s.archive, s.cal_path);
+int make_series_rmdrs(Shared& store, EditorState& editing) {
+    Archive::Command command(store.archive, store.cal_path);
     // Rows go over whatever rmdr_tbl held; the caller's reload restores it.
-    const int last = s.occur_count;
+    const int last = store.occur_count;
     for (int i = 1; i <= last; ++i) {
-        rmdr_rec* out = s.rmdr_row(i);
-        const appt_rec* a = s.occur_row(i);
-        if (out && a) make_rmdr(s, *out, *a);
+        rmdr_rec* out = store.rmdr_row(i);
+        const appt_rec* a = store.occur_row(i);
+        if (out && a) make_rmdr(editing, *out, *a);
     }
-    if (const int e = append_rmdr_rows(s, s.cal_path, 1, last)) return e;
+    if (const int e = append_rmdr_rows(store, store.cal_path, 1, last)) return e;
     return command.finish();
 }
 
-int store_rem_settings(AppState& s, int row) {
-    appt_rec* a = s.appt_row(row);
+int store_rem_settings(Shared& store, EditorState& editing, int row) {
+    appt_rec* a = store.appt_row(row);
     if (!a) return err::none;
-    a->appt_rem_lead = number_field(s.rem_lead);
-    a->appt_rem_unit = number_field(s.rem_unit);
-    a->appt_rem_anim = number_field(s.rem_anim);
-    a->appt_rem_text = s.rem_sound;
-    Archive::Command command(s.archive, s.cal_path);
+    a->appt_rem_lead = number_field(editing.rem_lead);
+    a->appt_rem_unit = number_field(editing.rem_unit);
+    a->appt_rem_anim = number_field(editing.rem_anim);
+    a->appt_rem_text = editing.rem_sound;
+    Archive::Command command(store.archive, store.cal_path);
     // appt_tbl mirrors the members it was loaded from, month by month, so
     // rewriting all of it changes only the month of this row; a rewrite of
     // rows 1..row alone would drop the later rows of that month.
-    if (const int e = write_appts(s, s.cal_path, rewrite_mode, s.appt_count)) return e;
-    if (const int e = add_rmdr(s, rewrite_mode, s.cal_path, row)) return e;
+    if (const int e = write_appts(store, store.cal_path, rewrite_mode, store.appt_count)) return e;
+    if (const int e = add_rmdr(store, editing, rewrite_mode, store.cal_path, row)) return e;
     return command.finish();
 }
 

@@ -47,14 +47,14 @@ void open_rem_setup(AppState& s, const QString& from, int row = 0);
 // Slider1.
 void frmRem1_Load(AppState& s, RemForm& f);
 // OK: false while the dialog stays open (No to the zero-lead question).
-bool frmRem1_OK(AppState& s, RemForm& f);
+bool frmRem1_OK(EditorState& editing, RemForm& f);
 // Cancel: the working variables keep their values.
-void frmRem1_Cancel(AppState& s, RemForm& f);
+void frmRem1_Cancel(RemForm& f);
 // Browse: the file dialog; the chosen name into alarmTxt.
-void Command5_Click(AppState& s, RemForm& f);
+void Command5_Click(RemForm& f);
 // Any selection on the messenger list.
-void animateIcombo_Click(AppState& s, RemForm& f);
-void Slider1_Change(AppState& s, RemForm& f);
+void animateIcombo_Click(ReminderState& reminders, RemForm& f);
+void Slider1_Change(OptionsState& options, RemForm& f);
 
 // A time as "hh:mm am/pm": two-digit hour 01..12, lower-case "am"/"pm",
 // whatever the system's locale ("12:00 am" for midnight).
@@ -69,7 +69,7 @@ QString ntimes_text(int count);
 // How often the reminder of appointment `a` has been shown: the again count
 // of the first row of rmdr_tbl with the same first date, start, end, key and
 // date, when that row is "T"; 0 when it is "F" or there is none.
-int shown_count(const AppState& s, const appt_rec& a);
+int shown_count(Shared& store, const appt_rec& a);
 
 // The due moment of an appointment row's reminder as "mm/dd/yy hh:nn:ss":
 // appt_date at appt_start (midnight when not timed) less the lead. Empty for
@@ -79,15 +79,15 @@ QString rmdr_due_text(const appt_rec& a, bool timed);
 // Fills `out` for appointment row `a`: the copied fields, the due date and
 // time, "F" (or "T" for a moment already past while mark_past is set), and
 // again count "1 ".
-void make_rmdr(const AppState& s, rmdr_rec& out, const appt_rec& a);
+void make_rmdr(EditorState& editing, rmdr_rec& out, const appt_rec& a);
 // Mode 8: one reminder for row `row` of appt_tbl, appended to its member.
 // Mode 2: rmdr_count to 0 and a reminder for every row of appt_tbl.
 // Returns 0 or the store's error number.
-[[nodiscard]] int add_rmdr(AppState& s, int mode, const QString& cal_file, int row);
+[[nodiscard]] int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_file, int row);
 // A reminder for every row of occur_tbl, written month by month.
-[[nodiscard]] int make_series_rmdrs(AppState& s);
+[[nodiscard]] int make_series_rmdrs(Shared& store, EditorState& editing);
 // The four working variables into row `row` of appt_tbl, its month member
 // rewritten, and the reminders rebuilt (add_rmdr mode 2), in one command.
-[[nodiscard]] int store_rem_settings(AppState& s, int row);
+[[nodiscard]] int store_rem_settings(Shared& store, EditorState& editing, int row);
 
 } // namespace orva

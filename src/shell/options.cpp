@@ -16,51 +16,51 @@ QString date_text(const QDate& d) {
     return d.toString(QStringLiteral("MMddyyyy"));
 }
 
-void fonts_from_grid(AppState& s) {
-    s.grid_font_name = s.vsSched.FontName();
-    s.grid_font_size = QString::number(s.vsSched.FontSize());
-    s.grid_font_color = QString::number(s.vsSched.ForeColor());
-    s.grid_font_bold = s.vsSched.FontBold();
-    s.grid_font_italic = s.vsSched.FontItalic();
+void fonts_from_grid(PlannerState& view, OptionsState& options) {
+    options.grid_font_name = view.vsSched.FontName();
+    options.grid_font_size = QString::number(view.vsSched.FontSize());
+    options.grid_font_color = QString::number(view.vsSched.ForeColor());
+    options.grid_font_bold = view.vsSched.FontBold();
+    options.grid_font_italic = view.vsSched.FontItalic();
 }
 
 // The planners share one font; the week and month grid follow the day grid.
-void fonts_to_grids(AppState& s) {
-    for (Grid* g : {&s.vsSched, &s.vsOvervw}) {
-        if (!s.grid_font_name.isEmpty()) g->setFontName(s.grid_font_name);
+void fonts_to_grids(PlannerState& view, OptionsState& options) {
+    for (Grid* g : {&view.vsSched, &view.vsOvervw}) {
+        if (!options.grid_font_name.isEmpty()) g->setFontName(options.grid_font_name);
         bool ok = false;
-        const double size = s.grid_font_size.toDouble(&ok);
+        const double size = options.grid_font_size.toDouble(&ok);
         if (ok && size > 0) g->setFontSize(size);
-        const qulonglong color = s.grid_font_color.toULongLong(&ok);
+        const qulonglong color = options.grid_font_color.toULongLong(&ok);
         if (ok) g->setForeColor(Color(color));
-        g->setFontBold(s.grid_font_bold);
-        g->setFontItalic(s.grid_font_italic);
+        g->setFontBold(options.grid_font_bold);
+        g->setFontItalic(options.grid_font_italic);
     }
 }
 
 // Cells of the row in column order, as default_options and save_options
 // write them.
-QStringList row_of(const AppState& s, const WindowPort& w) {
-    return {s.skin_name,
-            QString::number(s.anim_speed),
-            QString::number(s.appt_back_color),
-            s.appt_color_mode,
-            flag_text(s.menus.mnuTips),
-            s.grid_font_name,
-            s.grid_font_size,
-            s.grid_font_color,
-            flag_text(s.grid_font_bold),
-            flag_text(s.grid_font_italic),
-            s.start_view,
-            s.show_times,
-            s.last_used_date,
-            QString::number(s.form_height),
-            QString::number(s.form_width),
-            QString::number(s.form_top),
-            QString::number(s.form_left),
-            QString::number(s.form_state),
+QStringList row_of(OptionsState& options, const WindowPort& w) {
+    return {options.skin_name,
+            QString::number(options.anim_speed),
+            QString::number(options.appt_back_color),
+            options.appt_color_mode,
+            flag_text(options.menus.mnuTips),
+            options.grid_font_name,
+            options.grid_font_size,
+            options.grid_font_color,
+            flag_text(options.grid_font_bold),
+            flag_text(options.grid_font_italic),
+            options.start_view,
+            options.show_times,
+            options.last_used_date,
+            QString::number(options.form_height),
+            QString::number(options.form_width),
+            QString::number(options.form_top),
+            QString::number(options.form_left),
+            QString::number(options.form_state),
             flag_text(w.status_bar_visible()),
-            flag_text(s.menus.mnuStart)};
+            flag_text(options.menus.mnuStart)};
 }
 
 int int_or(const QString& text, int fallback) {
@@ -71,25 +71,25 @@ int int_or(const QString& text, int fallback) {
 
 } // namespace
 
-void load_options(AppState& s, WindowPort& w) {
-    s.archive.clear_error();
+void load_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+    store.archive.clear_error();
     QByteArray row;
-    const int e = s.archive.get(s.cal_path, options_member, row);
+    const int e = store.archive.get(store.cal_path, options_member, row);
     if (e == err::not_found) {
-        default_options(s, w);
-        apply_options(s, w);
+        default_options(store, view, options, run, w);
+        apply_options(store, view, options, w);
         return;
     }
-    s.vsSettings.clear_error();
+    options.vsSettings.clear_error();
     // A member that cannot be read or parsed leaves the grid as it was; an
     // empty one takes the defaults.
-    if (e == err::none) s.vsSettings.load_bytes(row);
-    if (s.vsSettings.Rows() == 0) default_options(s, w);
-    apply_options(s, w);
+    if (e == err::none) options.vsSettings.load_bytes(row);
+    if (options.vsSettings.Rows() == 0) default_options(store, view, options, run, w);
+    apply_options(store, view, options, w);
 }
 
-void apply_options(AppState& s, WindowPort& w) {
-    Grid& g = s.vsSettings;
+void apply_options(Shared& store, PlannerState& view, OptionsState& options, WindowPort& w) {
+    Grid& g = options.vsSettings;
     g.clear_error();
     bool failed = false;
     // A stored row from an older version lacks columns: every read past its
@@ -101,135 +101,135 @@ void apply_options(AppState& s, WindowPort& w) {
         return v;
     };
 
-    s.skin_name = cell(0);
-    const qint16 speed = qint16(int_or(cell(1), s.anim_speed));
+    options.skin_name = cell(0);
+    const qint16 speed = qint16(int_or(cell(1), options.anim_speed));
     {
         bool ok = false;
         const qulonglong c = cell(2).trimmed().toULongLong(&ok);
-        if (ok) s.appt_back_color = Color(c);
+        if (ok) options.appt_back_color = Color(c);
     }
 
     const QString mode = cell(3);
     if (mode == u"1") {
-        s.menus.mnuColorY = true;
-        s.menus.mnuColorSelect = false;
+        options.menus.mnuColorY = true;
+        options.menus.mnuColorSelect = false;
     } else if (mode == u"2") {
-        s.menus.mnuColorY = false;
-        s.menus.mnuColorSelect = true;
+        options.menus.mnuColorY = false;
+        options.menus.mnuColorSelect = true;
     } else if (mode == u"3") {
         // There is no menu state for "no colour" on load: it shows as the
         // chosen-colour entry, the same as "2".
-        s.menus.mnuColorY = false;
-        s.menus.mnuColorSelect = true;
+        options.menus.mnuColorY = false;
+        options.menus.mnuColorSelect = true;
     }
-    s.appt_color_mode = mode;
+    options.appt_color_mode = mode;
 
-    s.menus.mnuTips = cell(4) == u"True";
+    options.menus.mnuTips = cell(4) == u"True";
 
     if (cell(5).isEmpty()) {
-        fonts_from_grid(s);
+        fonts_from_grid(view, options);
     } else {
-        s.grid_font_name = cell(5);
-        s.grid_font_size = cell(6);
-        s.grid_font_color = cell(7);
-        s.grid_font_bold = cell(8) == u"True";
-        s.grid_font_italic = cell(9) == u"True";
+        options.grid_font_name = cell(5);
+        options.grid_font_size = cell(6);
+        options.grid_font_color = cell(7);
+        options.grid_font_bold = cell(8) == u"True";
+        options.grid_font_italic = cell(9) == u"True";
     }
 
-    s.start_view = cell(10);
-    s.show_times = cell(11);
-    s.last_used_date = cell(12);
+    options.start_view = cell(10);
+    options.show_times = cell(11);
+    options.last_used_date = cell(12);
 
     const QRect area = w.work_area();
     const QString h = cell(13), wd = cell(14), t = cell(15), l = cell(16), st = cell(17);
-    s.form_height = h.isEmpty() ? 8550 : int_or(h, 8550);
-    s.form_width = wd.isEmpty() ? 11910 : int_or(wd, 11910);
-    s.form_top = t.isEmpty() ? area.top() : int_or(t, area.top());
-    s.form_left = l.isEmpty() ? area.left() : int_or(l, area.left());
-    s.form_state = st.isEmpty() ? 0 : int_or(st, 0);
+    options.form_height = h.isEmpty() ? 8550 : int_or(h, 8550);
+    options.form_width = wd.isEmpty() ? 11910 : int_or(wd, 11910);
+    options.form_top = t.isEmpty() ? area.top() : int_or(t, area.top());
+    options.form_left = l.isEmpty() ? area.left() : int_or(l, area.left());
+    options.form_state = st.isEmpty() ? 0 : int_or(st, 0);
 
     const bool bar = cell(18) == u"True";
-    s.menus.mnuStat = bar;
+    options.menus.mnuStat = bar;
     w.set_status_bar_visible(bar);
-    s.menus.mnuStart = cell(19) == u"True";
+    options.menus.mnuStart = cell(19) == u"True";
 
     if (failed) {
         // The shorter row is replaced whole, in one command.
-        Archive::Command command(s.archive, s.cal_path);
-        (void)s.archive.drop(s.cal_path, options_member);
+        Archive::Command command(store.archive, store.cal_path);
+        (void)store.archive.drop(store.cal_path, options_member);
         g.setCols(options_cols);
-        save_options(s, w);
-        if (const int e = command.finish()) report_options_error(s, e);
+        save_options(store, view, options, w);
+        if (const int e = command.finish()) report_options_error(store, e);
     }
 
-    s.anim_speed = speed;
+    options.anim_speed = speed;
     // Skins are chosen by name here once the skin commands exist; until then
     // skin_name is carried through the row unchanged.
-    if (s.appt_color_mode == u"3") s.appt_back_color = s.vsSched.BackColor();
-    fonts_to_grids(s);
-    s.work_start = QStringLiteral("8:00:00 AM");
-    s.work_end = QStringLiteral("5:00:00 PM");
-    s.view_month = s.view_week = s.view_day = false;
-    s.menus.mnuShowTimes = s.show_times == u"T";
-    if (s.last_used_date.isEmpty()) s.last_used_date = date_text(clock().today());
+    if (options.appt_color_mode == u"3") options.appt_back_color = view.vsSched.BackColor();
+    fonts_to_grids(view, options);
+    options.work_start = QStringLiteral("8:00:00 AM");
+    options.work_end = QStringLiteral("5:00:00 PM");
+    view.view_month = view.view_week = view.view_day = false;
+    options.menus.mnuShowTimes = options.show_times == u"T";
+    if (options.last_used_date.isEmpty()) options.last_used_date = date_text(clock().today());
     w.sync_menus();
 }
 
-void default_options(AppState& s, WindowPort& w) {
-    s.appt_back_color = 65535;
-    s.appt_color_mode = QStringLiteral("1");
-    fonts_from_grid(s);
-    s.start_view = QStringLiteral("dayvw");
-    s.show_times = QStringLiteral("T");
-    s.last_used_date = date_text(clock().today());
+void default_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+    options.appt_back_color = 65535;
+    options.appt_color_mode = QStringLiteral("1");
+    fonts_from_grid(view, options);
+    options.start_view = QStringLiteral("dayvw");
+    options.show_times = QStringLiteral("T");
+    options.last_used_date = date_text(clock().today());
     const QRect area = w.work_area();
-    s.form_height = int(area.height() * 0.9);
-    s.form_width = int(area.width() * 0.9);
-    s.form_top = area.top();
-    s.form_left = area.left();
-    s.form_state = 0;
+    options.form_height = int(area.height() * 0.9);
+    options.form_width = int(area.width() * 0.9);
+    options.form_top = area.top();
+    options.form_left = area.left();
+    options.form_state = 0;
     // Not lowered here: start-up lowers it at its end, and after a Restore it
     // stays up until the program ends.
-    s.startup_move = true;
-    w.move_to(QRect(s.form_left, s.form_top, s.form_width, s.form_height));
-    s.vsSettings.setCols(options_cols);
-    s.skin_name = QStringLiteral("mnuStdWindows");
-    s.anim_speed = 1;
-    s.vsSettings.AddItem(row_of(s, w).join(QLatin1Char('\t')));
-    save_options(s, w);
+    run.startup_move = true;
+    w.move_to(QRect(options.form_left, options.form_top, options.form_width, options.form_height));
+    options.vsSettings.setCols(options_cols);
+    options.skin_name = QStringLiteral("mnuStdWindows");
+    options.anim_speed = 1;
+    options.vsSettings.AddItem(row_of(options, w).join(QLatin1Char('\t')));
+    save_options(store, view, options, w);
 }
 
-void save_options(AppState& s, WindowPort& w) {
-    s.start_view = s.view_month  ? QStringLiteral("mthvw")
-                   : s.view_week ? QStringLiteral("weekvw")
+void save_options(Shared& store, PlannerState& view, OptionsState& options, WindowPort& w) {
+    options.start_view = view.view_month  ? QStringLiteral("mthvw")
+                   : view.view_week ? QStringLiteral("weekvw")
                                  : QStringLiteral("dayvw");
-    s.show_times = s.menus.mnuShowTimes ? QStringLiteral("T") : QStringLiteral("F");
+    options.show_times = options.menus.mnuShowTimes ? QStringLiteral("T") : QStringLiteral("F");
     const QRect f = w.frame();
-    s.form_height = f.height();
-    s.form_width = f.width();
-    s.form_top = f.top();
-    s.form_left = f.left();
+    options.form_height = f.height();
+    options.form_width = f.width();
+    options.form_top = f.top();
+    options.form_left = f.left();
 
-    Grid& g = s.vsSettings;
+    Grid& g = options.vsSettings;
     if (g.Rows() < 1) g.setRows(1);
     if (g.Cols() < options_cols) g.setCols(options_cols);
-    QStringList row = row_of(s, w);
+    QStringList row = row_of(options, w);
     row[12] = date_text(clock().today());
     for (int c = 0; c < options_cols; ++c)
         g.setTextMatrix(0, c, row[c]);
 
-    s.archive.clear_error();
-    Archive::Command command(s.archive, s.cal_path);
-    int e = s.archive.put(s.cal_path, options_member, g.save_bytes());
+    store.archive.clear_error();
+    Archive::Command command(store.archive, store.cal_path);
+    int e = store.archive.put(store.cal_path, options_member, g.save_bytes());
     const int committed = command.finish();
     if (e == err::none) e = committed;
-    if (e != err::none) report_options_error(s, e);
+    if (e != err::none) report_options_error(store, e);
 }
 
-void report_options_error(AppState& s, int e) {
+void report_options_error(Shared& store, int e) {
     // Told once at start that this calendar cannot be written, the user is
     // not told again at every resize that moves the window.
-    if (s.cal_read_only && e == err::denied) return;
+    if (store.cal_read_only && e == err::denied) return;
     modal().message(QStringLiteral("Error saving settings. Error Number : ") + QString::number(e),
                     MsgStyle::Critical);
 }

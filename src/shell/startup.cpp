@@ -13,12 +13,12 @@
 namespace orva {
 namespace {
 
-void place_window(AppState& s, WindowPort& w) {
-    s.startup_move = true;
-    w.set_window_state(s.form_state);
-    w.move_to(QRect(s.form_left, s.form_top, s.form_width, s.form_height));
+void place_window(OptionsState& options, RunState& run, WindowPort& w) {
+    run.startup_move = true;
+    w.set_window_state(options.form_state);
+    w.move_to(QRect(options.form_left, options.form_top, options.form_width, options.form_height));
     w.layout_view();
-    s.startup_move = false;
+    run.startup_move = false;
 }
 
 } // namespace
@@ -49,7 +49,7 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     }
     // On a first run the calendar does not exist: the read finds no member,
     // the defaults apply, and their save creates the archive.
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
 
     const QDate today = clock().today();
     s.cur_day = today.day();
@@ -67,24 +67,24 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     s.vsSched.setRedraw(0);
     s.Cal.setRedraw(0);
     s.today_day = today.day();
-    docombos(s);
+    docombos(s.store(), s.view());
     s.timer1_enabled = true;
 
     if (s.start_view == u"mthvw" || s.start_view == u"weekvw") {
-        place_window(s, w);
+        place_window(s.options(), s.run(), w);
     } else {
         s.view_day = true;
         clear_detail(s);
         format_day_grid(s);
-        build_day_rows(s);
-        fill_cal(s, today);
-        fill_day_core(s);
+        build_day_rows(s.view(), s.options());
+        fill_cal(s.store(), s.view(), today);
+        fill_day_core(s.store(), s.view(), s.options(), s.editing());
         set_label1(s, w, today);
         mark_now_row(s);
-        mark_cur_day(s);
+        mark_cur_day(s.store(), s.view());
         w.show_day_view();
         // Placing the window lays the page out, which sizes the columns to it.
-        place_window(s, w);
+        place_window(s.options(), s.run(), w);
         s.vsSched.setRedraw(2);
         s.Cal.setRedraw(2);
         s.sysCalender_enabled = false;
@@ -95,46 +95,46 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     return true;
 }
 
-void Form_Resize(AppState& s, WindowPort& w) {
-    if (s.startup_move) return;
+void Form_Resize(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+    if (run.startup_move) return;
     const QRect area = w.work_area();
-    if (s.form_top < 0 || s.form_top > area.top() + area.height()) s.form_top = 0;
-    if (s.form_left < 0 || s.form_left > area.left() + area.width()) s.form_left = 0;
+    if (options.form_top < 0 || options.form_top > area.top() + area.height()) options.form_top = 0;
+    if (options.form_left < 0 || options.form_left > area.left() + area.width()) options.form_left = 0;
     const QRect f = w.frame();
-    w.move_to(QRect(s.form_left, s.form_top, f.width(), f.height()));
-    s.form_height = f.height();
-    s.form_width = f.width();
+    w.move_to(QRect(options.form_left, options.form_top, f.width(), f.height()));
+    options.form_height = f.height();
+    options.form_width = f.width();
     w.layout_view();
-    save_options(s, w);
+    save_options(store, view, options, w);
 }
 
-bool Form_Unload(AppState& s, WindowPort& w) {
-    s.stay_open = false;
-    confirm_exit(s, w);
-    return s.stay_open;
+bool Form_Unload(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+    run.stay_open = false;
+    confirm_exit(store, view, options, run, w);
+    return run.stay_open;
 }
 
-int pending_today(const AppState& s) {
+int pending_today(Shared& store) {
     const QDate today = clock().today();
     int n = 0;
-    for (int r = 1; r <= s.rmdr_count; ++r) {
-        const rmdr_rec* row = s.rmdr_row(r);
+    for (int r = 1; r <= store.rmdr_count; ++r) {
+        const rmdr_rec* row = store.rmdr_row(r);
         if (row && short_to_date(row->rmdr_date) == today && row->rmdr_fired.str() == u"F") ++n;
     }
     return n;
 }
 
-void confirm_exit(AppState& s, WindowPort& w) {
+void confirm_exit(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
     // The table is made the one on file: a tick may have marked rows since.
-    (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
-    const int pending = pending_today(s);
-    save_options(s, w);
+    (void)load_rmdrs(store, store.cur_date, store.cal_path, 0);
+    const int pending = pending_today(store);
+    save_options(store, view, options, w);
     if (pending == 0) {
         w.end_program();
         return;
     }
     if (modal().ask_yes_no(exit_question_text, MsgStyle::Question) == Answer::No) {
-        s.stay_open = true;
+        run.stay_open = true;
         return;
     }
     w.end_program();

@@ -68,16 +68,16 @@ Placement layout_day(int width, int height) {
     return p;
 }
 
-void apply_day_extents(AppState& s, const Placement& p) {
+void apply_day_extents(PlannerState& view, const Placement& p) {
     const auto extent = [&](Grid& g, const char* name) {
         const auto it = p.find(QString::fromLatin1(name));
         if (it != p.end()) g.set_extent(it->second.width(), it->second.height());
     };
-    extent(s.vsSched, "vsSched");
-    extent(s.Cal, "Cal");
-    extent(s.vsDtl, "vsDtl");
-    if (s.view_day && s.vsSched.Cols() > 0) size_sched_cols(s);
-    size_cal_cells(s);
+    extent(view.vsSched, "vsSched");
+    extent(view.Cal, "Cal");
+    extent(view.vsDtl, "vsDtl");
+    if (view.view_day && view.vsSched.Cols() > 0) size_sched_cols(view);
+    size_cal_cells(view);
 }
 
 } // namespace orva

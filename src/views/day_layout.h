@@ -27,6 +27,6 @@ Placement layout_day(int width, int height);
 
 // Gives vsSched, Cal and vsDtl the extents of the placement and sizes what
 // depends on them: the appointment columns and the navigator's cells.
-void apply_day_extents(AppState& s, const Placement& p);
+void apply_day_extents(PlannerState& view, const Placement& p);
 
 } // namespace orva

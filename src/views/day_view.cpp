@@ -43,8 +43,8 @@ QString format_field_ampm(const QString& field, bool two_digit_hour) {
 
 // The text a block shows: with "Show Times" the start in front, `gap` blanks
 // apart (three for a fill, four for a typed entry, as the program always had).
-QString block_text(const AppState& s, const QString& start, const QString& text, int gap) {
-    QString out = s.menus.mnuShowTimes ? format_field_ampm(start, false) +
+QString block_text(OptionsState& options, const QString& start, const QString& text, int gap) {
+    QString out = options.menus.mnuShowTimes ? format_field_ampm(start, false) +
                                              QString(gap, QLatin1Char(' ')) + rtrim(text)
                                        : rtrim(text);
     return out.isEmpty() ? QStringLiteral(" ") : out;
@@ -57,35 +57,35 @@ QVariant picture_of(const QString& type) {
     return key;
 }
 
-void set_block_controls(AppState& s, bool on) {
+void set_block_controls(PlannerState& view, bool on) {
     for (const char* n :
          {"imgDtlAppt", "imgDtlNote", "prtdtlImg", "mnuEditA", "mnudelete", "mnuCopy"})
-        s.ctl(QString::fromLatin1(n)).enabled = on;
+        view.ctl(QString::fromLatin1(n)).enabled = on;
 }
 
 // The day rebuilt around a change already in appt_tbl; the navigator keeps
 // its selected cell.
-void refill_after_quick(AppState& s, const QString& id, int& row, int& col) {
-    const qint16 sel_row = s.cal_sel_row, sel_col = s.cal_sel_col;
+void refill_after_quick(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col) {
+    const qint16 sel_row = view.cal_sel_row, sel_col = view.cal_sel_col;
     Color sel_back = 0;
-    const bool had_sel = sel_row > 0 && sel_row < s.Cal.Rows() && sel_col < s.Cal.Cols();
-    if (had_sel) sel_back = s.Cal.Cell(CellSetting::BackColor, sel_row, sel_col).toUInt();
+    const bool had_sel = sel_row > 0 && sel_row < view.Cal.Rows() && sel_col < view.Cal.Cols();
+    if (had_sel) sel_back = view.Cal.Cell(CellSetting::BackColor, sel_row, sel_col).toUInt();
 
-    s.vsSched.setRedraw(0);
-    s.vsSched.Clear();
-    build_day_rows(s);
-    format_day_grid(s);
-    s.first_row.clear();
-    s.first_col.clear();
-    s.edit_date = s.cur_date;
-    fill_day_find(s, id, row, col);
-    fill_cal(s, s.cur_date);
+    view.vsSched.setRedraw(0);
+    view.vsSched.Clear();
+    build_day_rows(view, options);
+    format_day_grid(view);
+    view.first_row.clear();
+    view.first_col.clear();
+    editing.edit_date = store.cur_date;
+    fill_day_find(store, view, options, editing, id, row, col);
+    fill_cal(store, view, store.cur_date);
     if (had_sel) {
-        s.cal_sel_row = sel_row;
-        s.cal_sel_col = sel_col;
-        s.Cal.setCell(CellSetting::BackColor, sel_row, sel_col, sel_back);
+        view.cal_sel_row = sel_row;
+        view.cal_sel_col = sel_col;
+        view.Cal.setCell(CellSetting::BackColor, sel_row, sel_col, sel_back);
     }
-    s.vsSched.setRedraw(2);
+    view.vsSched.setRedraw(2);
 }
 
 } // namespace
@@ -150,28 +150,28 @@ int end_slot(const QString& end, const QString& start) {
     return m < 30 ? h2 + 1 : h2 + 2;
 }
 
-double grid_font_points(const AppState& s) {
+double grid_font_points(OptionsState& options) {
     bool ok = false;
-    const double pt = s.grid_font_size.toDouble(&ok);
+    const double pt = options.grid_font_size.toDouble(&ok);
     return ok && pt > 0 ? pt : 9;
 }
 
-void apply_grid_font(const AppState& s, Grid& g) {
-    if (!s.grid_font_name.isEmpty()) g.setFontName(s.grid_font_name);
-    g.setFontSize(grid_font_points(s));
-    g.setFontBold(s.grid_font_bold);
-    g.setFontItalic(s.grid_font_italic);
+void apply_grid_font(OptionsState& options, Grid& g) {
+    if (!options.grid_font_name.isEmpty()) g.setFontName(options.grid_font_name);
+    g.setFontSize(grid_font_points(options));
+    g.setFontBold(options.grid_font_bold);
+    g.setFontItalic(options.grid_font_italic);
 }
 
-void set_sched_font(AppState& s) {
-    apply_grid_font(s, s.vsSched);
+void set_sched_font(PlannerState& view, OptionsState& options) {
+    apply_grid_font(options, view.vsSched);
     bool ok = false;
-    const qulonglong fore = s.grid_font_color.toULongLong(&ok);
-    if (ok) s.vsSched.setForeColor(Color(fore));
+    const qulonglong fore = options.grid_font_color.toULongLong(&ok);
+    if (ok) view.vsSched.setForeColor(Color(fore));
 }
 
-void build_day_rows(AppState& s) {
-    Grid& g = s.vsSched;
+void build_day_rows(PlannerState& view, OptionsState& options) {
+    Grid& g = view.vsSched;
     g.setRows(0);
     g.setCols(day_cols);
     g.setFixedRows(0);
@@ -181,25 +181,25 @@ void build_day_rows(AppState& s) {
         for (int c = 1; c < day_cols; c += 2)
             g.setCell(CellSetting::Data, r, c, blank_data);
     }
-    const double pt = grid_font_points(s);
-    const QString font = s.grid_font_name.isEmpty() ? g.FontName() : s.grid_font_name;
+    const double pt = grid_font_points(options);
+    const QString font = options.grid_font_name.isEmpty() ? g.FontName() : options.grid_font_name;
     g.setCell(CellSetting::FontName, 0, 0, day_rows - 1, day_cols - 1, font);
     g.setCell(CellSetting::FontSize, 0, 0, day_rows - 1, day_cols - 1, pt);
-    g.setCell(CellSetting::FontBold, 0, 0, day_rows - 1, day_cols - 1, s.grid_font_bold);
+    g.setCell(CellSetting::FontBold, 0, 0, day_rows - 1, day_cols - 1, options.grid_font_bold);
     g.setColAlignment(0, Align::RightCenter);
     g.setRowHeight(0, untimed_height);
     const int h = pt <= 10 ? small_font_height : large_font_height;
     for (int r = 1; r < day_rows; ++r)
         g.setRowHeight(r, h);
     for (int c = 1; c < day_cols; c += 2)
-        g.setColWidth(c, s.blankColWidth);
+        g.setColWidth(c, view.blankColWidth);
     g.AutoSize(0);
     if (g.ColWidth(0) > label_col_max) g.setColWidth(0, label_col_max);
     g.setTopRow(scroll_row);
 }
 
-void format_day_grid(AppState& s) {
-    Grid& g = s.vsSched;
+void format_day_grid(PlannerState& view) {
+    Grid& g = view.vsSched;
     if (g.Cols() < day_cols) g.setCols(day_cols);
     g.setFixedCols(1);
     g.setMergeCells(MergeMode::Free);
@@ -213,11 +213,11 @@ void format_day_grid(AppState& s) {
     g.setEditable(true);
 }
 
-void place_appt(AppState& s, const QString& start, const QString& end, const QString& id,
+void place_appt(PlannerState& view, OptionsState& options, const QString& start, const QString& end, const QString& id,
                 const QString& type, const QString& text, int index, QString& first_row,
                 QString& first_col) {
     Q_UNUSED(id);
-    Grid& g = s.vsSched;
+    Grid& g = view.vsSched;
     const int st = is_blank_text(start) ? 0 : start_slot(start);
     const int en = is_blank_text(start) ? 0 : end_slot(end, start);
 
@@ -238,11 +238,11 @@ void place_appt(AppState& s, const QString& start, const QString& end, const QSt
             break;
         }
     }
-    if (col >= 0) s.slot_col = qint16(col);
+    if (col >= 0) view.slot_col = qint16(col);
     // Nothing free: the block goes over the last column used. Before any
     // placement there is none, and the label column must never be written.
-    if (col < 0) col = s.slot_col >= 2 ? s.slot_col : 2;
-    s.slot_row = qint16(st);
+    if (col < 0) col = view.slot_col >= 2 ? view.slot_col : 2;
+    view.slot_row = qint16(st);
 
     g.Select(st, col, en, col);
     if (first_row.isEmpty()) {
@@ -250,11 +250,11 @@ void place_appt(AppState& s, const QString& start, const QString& end, const QSt
         first_col = QString::number(col);
         if (st != 0 && st < g.TopRow()) g.setTopRow(st);
     }
-    s.cur_row = qint16(st);
-    s.cur_col = qint16(col);
+    view.cur_row = qint16(st);
+    view.cur_col = qint16(col);
     if (st != 0) g.CellBorder(block_border_color, 1, 1, 1, 1, inner_line, inner_line);
 
-    QString shown = block_text(s, start, text, 3);
+    QString shown = block_text(options, start, text, 3);
     // Two equal texts that touch would merge into one cell.
     const QString idx = QString::number(index);
     if (st > 0) {
@@ -275,27 +275,27 @@ void place_appt(AppState& s, const QString& start, const QString& end, const QSt
     g.setCell(CellSetting::PictureAlignment, r1, col, r2, col, int(Align::LeftCenter));
     g.setCell(CellSetting::Alignment, r1, col, r2, col, int(Align::CenterCenter));
     g.setCell(CellSetting::Text, r1, col, r2, col, shown);
-    if (st != 0) g.setCell(CellSetting::BackColor, r1, col, r2, col, s.appt_back_color);
+    if (st != 0) g.setCell(CellSetting::BackColor, r1, col, r2, col, options.appt_back_color);
     g.setCell(CellSetting::Data, r1, col, r2, col, index);
 
     if (col + 1 < g.Cols()) g.setColHidden(col + 1, false);
     if (col + 2 < g.Cols()) g.setColHidden(col + 2, false);
-    set_sched_font(s);
+    set_sched_font(view, options);
 }
 
 namespace {
 
 // The lines of one day in the order of the day: by the text of appt_start,
 // then appt_id; blank starts first. The table keeps the order of the file.
-std::vector<int> day_order(AppState& s, const std::function<bool(const appt_rec&)>& on_day) {
-    Grid& sg = s.vsSortGrid;
+std::vector<int> day_order(Shared& store, PlannerState& view, const std::function<bool(const appt_rec&)>& on_day) {
+    Grid& sg = view.vsSortGrid;
     sg.setRows(0);
     sg.setCols(3);
     sg.setFixedRows(0);
     sg.setFixedCols(0);
     sg.Clear();
-    for (int i = 1; i <= s.appt_count; ++i) {
-        const appt_rec* a = s.appt_row(i);
+    for (int i = 1; i <= store.appt_count; ++i) {
+        const appt_rec* a = store.appt_row(i);
         if (!a || !on_day(*a)) continue;
         sg.AddItem(a->appt_start.str() + QLatin1Char('\t') + a->appt_id.str() + QLatin1Char('\t') +
                    QString::number(i));
@@ -311,87 +311,87 @@ std::vector<int> day_order(AppState& s, const std::function<bool(const appt_rec&
 
 } // namespace
 
-void fill_day(AppState& s) {
-    s.day_appts = 0;
-    const QString day = s.cur_date.toString(QStringLiteral("MMddyyyy"));
-    for (int i : day_order(s, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
-        const appt_rec& a = *s.appt_row(i);
-        place_appt(s, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, s.first_row,
-                   s.first_col);
-        ++s.day_appts;
+void fill_day(Shared& store, PlannerState& view, OptionsState& options) {
+    view.day_appts = 0;
+    const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
+    for (int i : day_order(store, view, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
+        const appt_rec& a = *store.appt_row(i);
+        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, view.first_row,
+                   view.first_col);
+        ++view.day_appts;
     }
-    show_status(s);
+    show_status(store, view);
 }
 
-void fill_day_find(AppState& s, const QString& id, int& row, int& col) {
-    s.day_appts = 0;
-    const QDate day = s.edit_date;
+void fill_day_find(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col) {
+    view.day_appts = 0;
+    const QDate day = editing.edit_date;
     const QString key = id.trimmed();
     for (int i :
-         day_order(s, [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
-        const appt_rec& a = *s.appt_row(i);
-        place_appt(s, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, s.first_row,
-                   s.first_col);
-        ++s.day_appts;
+         day_order(store, view, [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
+        const appt_rec& a = *store.appt_row(i);
+        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, view.first_row,
+                   view.first_col);
+        ++view.day_appts;
         if (a.appt_id.trimmed() == key) {
-            row = s.cur_row;
-            col = s.cur_col;
+            row = view.cur_row;
+            col = view.cur_col;
         }
     }
-    size_sched_cols(s);
-    set_sched_font(s);
-    show_status(s);
+    size_sched_cols(view);
+    set_sched_font(view, options);
+    show_status(store, view);
 }
 
-void size_sched_cols(AppState& s) {
-    Grid& g = s.vsSched;
+void size_sched_cols(PlannerState& view) {
+    Grid& g = view.vsSched;
     int bcolcnt = 0, colcnt = 0;
     for (int c = 1; c < g.Cols(); ++c) {
         if (g.ColHidden(c)) continue;
-        if (g.ColWidth(c) == s.blankColWidth)
+        if (g.ColWidth(c) == view.blankColWidth)
             ++bcolcnt;
         else
             ++colcnt;
     }
-    const int fixed = g.ColWidth(0) + s.blankColWidth * bcolcnt + scroll_bar_allowance;
+    const int fixed = g.ColWidth(0) + view.blankColWidth * bcolcnt + scroll_bar_allowance;
     if (colcnt <= 1) {
         // An empty day: its one free column takes the width, so there is
         // room to type; there is no used column for a spare to follow.
         const int w = g.Width() - fixed;
-        if (w > s.blankColWidth)
+        if (w > view.blankColWidth)
             for (int c = 1; c < g.Cols(); ++c)
-                if (!g.ColHidden(c) && g.ColWidth(c) != s.blankColWidth) g.setColWidth(c, w);
+                if (!g.ColHidden(c) && g.ColWidth(c) != view.blankColWidth) g.setColWidth(c, w);
         return;
     }
     const int divisor = std::min(colcnt - 1, 3);
     const int last = colcnt - 1 + bcolcnt;
     const int w = (g.Width() - fixed) / divisor;
     for (int c = 1; c <= last && c < g.Cols(); ++c)
-        if (g.ColWidth(c) > s.blankColWidth && w > s.blankColWidth) g.setColWidth(c, w);
+        if (g.ColWidth(c) > view.blankColWidth && w > view.blankColWidth) g.setColWidth(c, w);
     if (last + 1 < g.Cols()) g.setColWidth(last + 1, spare_col_width);
 }
 
-void mark_now_row(AppState& s) {
-    Grid& g = s.vsSched;
-    s.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
+void mark_now_row(PlannerState& view) {
+    Grid& g = view.vsSched;
+    view.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
     for (int c = 1; c < g.Cols(); ++c) {
-        if (s.now_row_old >= 0 && s.now_row_old < g.Rows() &&
-            g.TextMatrix(s.now_row_old, c).isEmpty())
-            g.setCell(CellSetting::BackColor, s.now_row_old, c, g.BackColor());
+        if (view.now_row_old >= 0 && view.now_row_old < g.Rows() &&
+            g.TextMatrix(view.now_row_old, c).isEmpty())
+            g.setCell(CellSetting::BackColor, view.now_row_old, c, g.BackColor());
     }
     for (int c = 1; c < g.Cols(); ++c) {
-        if (s.now_row < g.Rows() && g.TextMatrix(s.now_row, c).isEmpty())
-            g.setCell(CellSetting::BackColor, s.now_row, c, s.now_color);
+        if (view.now_row < g.Rows() && g.TextMatrix(view.now_row, c).isEmpty())
+            g.setCell(CellSetting::BackColor, view.now_row, c, view.now_color);
     }
-    s.now_row_old = s.now_row;
+    view.now_row_old = view.now_row;
 }
 
-void sched_tip(AppState& s, int row, int col) {
-    Grid& g = s.vsSched;
+void sched_tip(Shared& store, PlannerState& view, int row, int col) {
+    Grid& g = view.vsSched;
     if (row > -1 && row < g.Rows() && col >= 0 && col < g.Cols()) {
         const QString d = data_of(g, row, col);
         if (!d.isEmpty() && d != blank_data) {
-            if (const appt_rec* a = s.appt_row(d.toInt())) {
+            if (const appt_rec* a = store.appt_row(d.toInt())) {
                 g.setToolTipText(format_field_ampm(a->appt_start, false) + QStringLiteral(" - ") +
                                  format_field_ampm(a->appt_end, false) + QStringLiteral("  ") +
                                  rtrim(a->appt_text));
@@ -402,17 +402,17 @@ void sched_tip(AppState& s, int row, int col) {
     g.setToolTipText(QString());
 }
 
-void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col) {
-    appt_rec* a = s.appt_row(index);
+void quick_appt_rec(Shared& store, PlannerState& view, int index, const QString& id, int row, int col) {
+    appt_rec* a = store.appt_row(index);
     if (!a) return;
-    const QString day = s.cur_date.toString(QStringLiteral("MMddyyyy"));
+    const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
     a->appt_first_date = day;
     a->appt_date = day;
     if (row == 0) {
         a->appt_start.blank();
         a->appt_end.blank();
     } else {
-        const QString label = s.vsSched.TextMatrix(row, 0);
+        const QString label = view.vsSched.TextMatrix(row, 0);
         QString five = label.mid(1, 5);
         if (label.mid(7, 2).toUpper() == u"AM") {
             if (five == u"12:00") five = QStringLiteral("00:00");
@@ -428,12 +428,12 @@ void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col)
         }
     }
     a->appt_id = id;
-    a->appt_text = s.vsSched.TextMatrix(row, col);
+    a->appt_text = view.vsSched.TextMatrix(row, col);
     a->appt_type = QStringLiteral("0");
     a->appt_occurs = number_field(0);
     a->appt_occurs_month = QStringLiteral("0");
     a->appt_occurs_every = number_field(0);
-    a->appt_until = s.cur_date.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
+    a->appt_until = store.cur_date.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
     a->appt_rem_lead = number_field(0);
     a->appt_rem_unit = number_field(0);
     a->appt_rem_anim = number_field(1);
@@ -442,144 +442,144 @@ void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col)
     a->appt_pattern = QStringLiteral("1 ");
 }
 
-void set_label1(AppState& s, WindowPort& w, const QDate& d) {
+void set_label1(PlannerState& view, WindowPort& w, const QDate& d) {
     const QString text = long_date_label(d);
-    s.ctl(QStringLiteral("Label1")).text = text;
+    view.ctl(QStringLiteral("Label1")).text = text;
     w.show_long_date(text);
 }
 
-void fill_day_core(AppState& s) {
-    s.first_row.clear();
-    s.first_col.clear();
-    fill_day(s);
-    s.day_filled = true;
-    size_sched_cols(s);
-    show_first_block(s);
+void fill_day_core(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+    view.first_row.clear();
+    view.first_col.clear();
+    fill_day(store, view, options);
+    view.day_filled = true;
+    size_sched_cols(view);
+    show_first_block(store, view, options, editing);
 }
 
-void rebuild_day(AppState& s) {
-    s.vsSched.Clear();
-    format_day_grid(s);
-    build_day_rows(s);
-    fill_day_core(s);
-    mark_now_row(s);
-    fill_cal(s, s.cur_date);
-    mark_cur_day(s);
+void rebuild_day(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+    view.vsSched.Clear();
+    format_day_grid(view);
+    build_day_rows(view, options);
+    fill_day_core(store, view, options, editing);
+    mark_now_row(view);
+    fill_cal(store, view, store.cur_date);
+    mark_cur_day(store, view);
 }
 
-void show_first_block(AppState& s) {
-    if (s.tab_key != u"appt") return;
-    s.ctl(QStringLiteral("Frame2")).visible = true;
-    if (!s.first_row.isEmpty()) {
-        s.cur_row = qint16(s.first_row.toInt());
-        s.cur_col = qint16(s.first_col.toInt());
-        show_detail(s, s.cur_row, s.cur_col);
+void show_first_block(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+    if (view.tab_key != u"appt") return;
+    view.ctl(QStringLiteral("Frame2")).visible = true;
+    if (!view.first_row.isEmpty()) {
+        view.cur_row = qint16(view.first_row.toInt());
+        view.cur_col = qint16(view.first_col.toInt());
+        show_detail(store, view, options, editing, view.cur_row, view.cur_col);
     }
 }
 
-void imageDay_Click(AppState& s, WindowPort& w) {
-    const bool switching = !s.ctl(QStringLiteral("vsSched")).visible || !s.view_day;
-    s.view_week = false;
-    s.view_month = false;
-    s.view_day = true;
+void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w) {
+    const bool switching = !view.ctl(QStringLiteral("vsSched")).visible || !view.view_day;
+    view.view_week = false;
+    view.view_month = false;
+    view.view_day = true;
 
-    s.Cal.setRedraw(0);
-    s.vsSched.setRedraw(0);
-    s.Cal.Clear();
-    s.vsSched.Clear();
-    clear_detail(s);
-    docombos(s);
-    build_day_rows(s);
-    format_day_grid(s);
-    fill_cal(s, s.cur_date);
-    fill_day_core(s);
-    set_label1(s, w, s.cur_date);
+    view.Cal.setRedraw(0);
+    view.vsSched.setRedraw(0);
+    view.Cal.Clear();
+    view.vsSched.Clear();
+    clear_detail(view);
+    docombos(store, view);
+    build_day_rows(view, options);
+    format_day_grid(view);
+    fill_cal(store, view, store.cur_date);
+    fill_day_core(store, view, options, editing);
+    set_label1(view, w, store.cur_date);
 
-    s.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
-    s.now_row_old = s.now_row;
-    mark_now_row(s);
-    mark_cur_day(s);
+    view.now_row = qint16(start_slot(clock().now().time().toString(QStringLiteral("HH:mm"))));
+    view.now_row_old = view.now_row;
+    mark_now_row(view);
+    mark_cur_day(store, view);
 
     if (switching) {
-        s.ctl(QStringLiteral("mnuColor")).enabled = true;
-        s.vsOvervw.setRedraw(0);
+        view.ctl(QStringLiteral("mnuColor")).enabled = true;
+        view.vsOvervw.setRedraw(0);
         w.layout_view();
         for (const char* n : {"Cal", "vsSched", "TabStrip1", "imgRem", "imgSkins", "imgTlist",
                               "imgTzone", "Label11", "Label18", "Label10", "Label12", "Frame1"})
-            s.ctl(QString::fromLatin1(n)).visible = true;
-        s.ctl(QStringLiteral("vsOvervw")).visible = false;
+            view.ctl(QString::fromLatin1(n)).visible = true;
+        view.ctl(QStringLiteral("vsOvervw")).visible = false;
         w.show_day_view();
     }
-    s.vsSched.setRedraw(2);
-    s.Cal.setRedraw(2);
-    save_options(s, w);
-    show_status(s);
+    view.vsSched.setRedraw(2);
+    view.Cal.setRedraw(2);
+    save_options(store, view, options, w);
+    show_status(store, view);
 }
 
-void vsSched_Click(AppState& s, int row, int col) {
-    s.cur_row = qint16(row);
-    s.cur_col = qint16(col);
-    const Grid& g = s.vsSched;
+void vsSched_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
+    view.cur_row = qint16(row);
+    view.cur_col = qint16(col);
+    const Grid& g = view.vsSched;
     const QString d = row >= 0 && col >= 0 ? data_of(g, row, col) : QString();
     if (d.isEmpty() || d == blank_data) {
-        s.vsDtl.Clear();
-        s.ctl(QStringLiteral("rtNotes")).text = QStringLiteral(" ");
-        set_block_controls(s, false);
-        if (d.isEmpty()) s.new_appt = true;
-        s.ctl(QStringLiteral("Frame2")).text = row >= 0 ? g.TextMatrix(row, 0) : QString();
+        view.vsDtl.Clear();
+        view.ctl(QStringLiteral("rtNotes")).text = QStringLiteral(" ");
+        set_block_controls(view, false);
+        if (d.isEmpty()) editing.new_appt = true;
+        view.ctl(QStringLiteral("Frame2")).text = row >= 0 ? g.TextMatrix(row, 0) : QString();
     } else {
-        set_block_controls(s, true);
-        s.ctl(QStringLiteral("imgDtlPrior")).enabled = true;
-        s.ctl(QStringLiteral("imgDtlNext")).enabled = true;
-        s.new_appt = false;
-        show_detail(s, s.cur_row, s.cur_col);
+        set_block_controls(view, true);
+        view.ctl(QStringLiteral("imgDtlPrior")).enabled = true;
+        view.ctl(QStringLiteral("imgDtlNext")).enabled = true;
+        editing.new_appt = false;
+        show_detail(store, view, options, editing, view.cur_row, view.cur_col);
     }
-    show_status(s);
+    show_status(store, view);
 }
 
-void hand_over_new(AppState& s) {
-    s.new_appt = true;
-    s.rem_lead = 0;
-    s.rem_unit = 0;
-    s.rem_anim = 1;
-    s.edit_index = 0;
-    s.edit_date = s.cur_date;
+void hand_over_new(Shared& store, EditorState& editing) {
+    editing.new_appt = true;
+    editing.rem_lead = 0;
+    editing.rem_unit = 0;
+    editing.rem_anim = 1;
+    editing.edit_index = 0;
+    editing.edit_date = store.cur_date;
 }
 
-void sched_hand_over(AppState& s, int row, int col) {
-    const Grid& g = s.vsSched;
-    s.edit_start = row > 0 ? g.TextMatrix(row, 0) : QStringLiteral(" ");
+void sched_hand_over(Shared& store, PlannerState& view, EditorState& editing, int row, int col) {
+    const Grid& g = view.vsSched;
+    editing.edit_start = row > 0 ? g.TextMatrix(row, 0) : QStringLiteral(" ");
     const QString d = data_of(g, row, col);
     if (d.isEmpty()) {
-        hand_over_new(s);
+        hand_over_new(store, editing);
     } else {
-        s.new_appt = false;
-        s.edit_index = d.toInt();
+        editing.new_appt = false;
+        editing.edit_index = d.toInt();
     }
 }
 
-void open_editor(AppState& s) {
-    s.timer1_enabled = false;
-    s.appt_from_planner = true;
+void open_editor(EditorState& editing, RunState& run) {
+    run.timer1_enabled = false;
+    editing.appt_from_planner = true;
     // No restart here: a save switches the tick on again in its closing step,
     // while Cancel leaves it off until the next event that enables it.
     modal().open_form(QStringLiteral("frmAppt1"));
 }
 
-void vsSched_DblClick(AppState& s, int row, int col) {
-    if (s.cal_path.isEmpty()) {
+void vsSched_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col) {
+    if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Warning);
         return;
     }
     if (row < 0 || col < 1) return;
-    if (data_of(s.vsSched, row, col) == blank_data) return;
-    s.timer1_enabled = false;
-    sched_hand_over(s, row, col);
-    open_editor(s);
+    if (data_of(view.vsSched, row, col) == blank_data) return;
+    run.timer1_enabled = false;
+    sched_hand_over(store, view, editing, row, col);
+    open_editor(editing, run);
 }
 
-bool vsSched_BeforeEdit(AppState& s, int row, int col) {
-    Grid& g = s.vsSched;
+bool vsSched_BeforeEdit(PlannerState& view, int row, int col) {
+    Grid& g = view.vsSched;
     if (row < 0 || col < 1) return true;
     const QString d = data_of(g, row, col);
     if (d == blank_data) {
@@ -614,7 +614,7 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
     ++s.appt_count;
     const int index = s.appt_count;
     const QString id = new_appt_id();
-    quick_appt_rec(s, index, id, row, col);
+    quick_appt_rec(s.store(), s.view(), index, id, row, col);
     g.setCell(CellSetting::Data, row, col, index);
     s.quick_left = g.ColPos(col);
     s.quick_top = g.RowPos(row);
@@ -659,17 +659,17 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
             }
         }
         int at_row = row, at_col = col;
-        refill_after_quick(s, id, at_row, at_col);
+        refill_after_quick(s.store(), s.view(), s.options(), s.editing(), id, at_row, at_col);
         g.Select(at_row, at_col);
         g.ShowCell(at_row, at_col);
         s.cur_row = qint16(at_row);
         s.cur_col = qint16(at_col);
         set_block_controls(s, true);
         s.new_appt = false;
-        show_detail(s, at_row, at_col);
+        show_detail(s.store(), s.view(), s.options(), s.editing(), at_row, at_col);
     }
     s.timer1_enabled = true;
-    show_status(s);
+    show_status(s.store(), s.view());
 }
 
 bool vsSched_KeyDown(AppState& s, int key) {
@@ -688,24 +688,24 @@ bool vsSched_KeyDown(AppState& s, int key) {
     return true;
 }
 
-void vsSched_MouseDown(AppState& s, int button, int row, int col) {
+void vsSched_MouseDown(PlannerState& view, int button, int row, int col) {
     Q_UNUSED(row);
     constexpr int left_button = 1;
-    if (button == left_button) s.mouse_col_noted = col;
+    if (button == left_button) view.mouse_col_noted = col;
 }
 
-void vsSched_MouseUp(AppState& s) {
-    const Grid& g = s.vsSched;
-    s.sel_row1 = g.Row();
-    s.sel_col1 = g.Col();
-    s.sel_row2 = g.RowSel();
-    s.sel_col2 = g.ColSel();
+void vsSched_MouseUp(PlannerState& view) {
+    const Grid& g = view.vsSched;
+    view.sel_row1 = g.Row();
+    view.sel_col1 = g.Col();
+    view.sel_row2 = g.RowSel();
+    view.sel_col2 = g.ColSel();
 }
 
-void vsSched_MouseMove(AppState& s, int buttons, int row, int col) {
-    if (buttons != 0 || !s.menus.mnuTips) return;
+void vsSched_MouseMove(Shared& store, PlannerState& view, OptionsState& options, int buttons, int row, int col) {
+    if (buttons != 0 || !options.menus.mnuTips) return;
     // The column of the last left press decides, not the one under the mouse.
-    if (s.mouse_col_noted > 0) sched_tip(s, row, col);
+    if (view.mouse_col_noted > 0) sched_tip(store, view, row, col);
 }
 
 } // namespace orva

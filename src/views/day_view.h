@@ -35,82 +35,82 @@ int end_slot(const QString& end, const QString& start);
 // Clears the rows and writes the 49 labelled rows with the spacers' data,
 // the options' font and the row heights (270 twips up to size 10, 400 above;
 // row 0 800).
-void build_day_rows(AppState& s);
+void build_day_rows(PlannerState& view, OptionsState& options);
 // Merge, hiding and selection behaviour of an empty day: every column from 1
 // hidden, then 1 and 2 shown.
-void format_day_grid(AppState& s);
+void format_day_grid(PlannerState& view);
 // Lays every appointment of cur_date into the grid, in the order of
 // appt_start then appt_id, and recounts the status bar. The caller clears
 // first_row / first_col before and calls size_sched_cols after.
-void fill_day(AppState& s);
+void fill_day(Shared& store, PlannerState& view, OptionsState& options);
 // The same for edit_date; reports where the entry `id` came to lie
 // (row, col untouched when it is not there), then sizes the columns,
 // restores the font and recounts.
-void fill_day_find(AppState& s, const QString& id, int& row, int& col);
+void fill_day_find(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col);
 // Lays one appointment; see the column search and the merge guard inside.
-void place_appt(AppState& s, const QString& start, const QString& end, const QString& id,
+void place_appt(PlannerState& view, OptionsState& options, const QString& start, const QString& end, const QString& id,
                 const QString& type, const QString& text, int index, QString& first_row,
                 QString& first_col);
 // Widths of the shown appointment columns: at most three share vsSched's
 // width; the spare free column gets 320 twips.
-void size_sched_cols(AppState& s);
+void size_sched_cols(PlannerState& view);
 // Paints the free cells of the clock's half hour with now_color and takes the
 // colour off the row painted before.
-void mark_now_row(AppState& s);
+void mark_now_row(PlannerState& view);
 // The tool-tip for the cell under the mouse: "h:mm am/pm - h:mm am/pm  text"
 // on an appointment, cleared elsewhere.
-void sched_tip(AppState& s, int row, int col);
+void sched_tip(Shared& store, PlannerState& view, int row, int col);
 // Fills appt_tbl row `index` for a text typed into cell (row, col).
-void quick_appt_rec(AppState& s, int index, const QString& id, int row, int col);
+void quick_appt_rec(Shared& store, PlannerState& view, int index, const QString& id, int row, int col);
 // The options' font on the grid object (name, size, bold, italic, colour).
-void set_sched_font(AppState& s);
+void set_sched_font(PlannerState& view, OptionsState& options);
 // The options' font name, size, bold and italic on any grid object.
-void apply_grid_font(const AppState& s, Grid& g);
+void apply_grid_font(OptionsState& options, Grid& g);
 // grid_font_size as points; 9 when it is no number.
-double grid_font_points(const AppState& s);
+double grid_font_points(OptionsState& options);
 // The hand-over of a new entry on cur_date: no reminder yet, messenger 1.
-void hand_over_new(AppState& s);
+void hand_over_new(Shared& store, EditorState& editing);
 
 // Label1 takes the long date of `d`.
-void set_label1(AppState& s, WindowPort& w, const QDate& d);
+void set_label1(PlannerState& view, WindowPort& w, const QDate& d);
 // The fill of every day rebuild: first_row / first_col cleared, fill_day,
 // the columns sized and the first block put into the pane.
-void fill_day_core(AppState& s);
+void fill_day_core(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
 
 // After a change of the store: the day grid built again from appt_tbl for
 // cur_date with its sizing and the now-marker, and the navigator's day marks
 // redrawn for the month just reloaded.
-void rebuild_day(AppState& s);
+void rebuild_day(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
 
 // The day's first block into the detail pane when the "appt" tab is selected:
 // Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.
-void show_first_block(AppState& s);
+void show_first_block(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
 
 // The Day tool picture: shows the day planner for cur_date, switching the
 // layout when another planner (or none) was up, and saves the options.
-void imageDay_Click(AppState& s, WindowPort& w);
+void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w);
 
 // Events of vsSched, with grid rows and columns.
-void vsSched_Click(AppState& s, int row, int col);
-void vsSched_DblClick(AppState& s, int row, int col);
+void vsSched_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col);
+void vsSched_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col);
 // Returns true when the edit is to be cancelled.
-bool vsSched_BeforeEdit(AppState& s, int row, int col);
+bool vsSched_BeforeEdit(PlannerState& view, int row, int col);
 // `before` is the cell's text when the edit began.
 void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QString& before);
 // Tab with no row selected goes to the clock's row; Delete deletes the
 // selected entry. Returns true when the key was used.
 bool vsSched_KeyDown(AppState& s, int key);
-void vsSched_MouseDown(AppState& s, int button, int row, int col);
-void vsSched_MouseUp(AppState& s);
-void vsSched_MouseMove(AppState& s, int buttons, int row, int col);
+void vsSched_MouseDown(PlannerState& view, int button, int row, int col);
+void vsSched_MouseUp(PlannerState& view);
+void vsSched_MouseMove(Shared& store, PlannerState& view, OptionsState& options, int buttons, int row, int col);
 
 // The hand-over of a double click on (row, col) without opening anything:
 // edit_start, new_appt, edit_index, edit_date, rem_* as the editor expects.
-void sched_hand_over(AppState& s, int row, int col);
+void sched_hand_over(Shared& store, PlannerState& view, EditorState& editing, int row, int col);
 
 // Opens the editor through the modal seam with the main tick stopped. A save
 // switches the tick on again; Cancel leaves it off.
-void open_editor(AppState& s);
+void open_editor(EditorState& editing, RunState& run);
 
 // " Select and Open a Calendar first"
 inline const QString no_calendar_text = QStringLiteral(" Select and Open a Calendar first");

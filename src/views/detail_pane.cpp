@@ -35,9 +35,9 @@ bool holds_appt(const Grid& g, int row, int col) {
     return !d.isEmpty() && d != blank_data;
 }
 
-void set_pictures(AppState& s, bool on) {
+void set_pictures(PlannerState& view, bool on) {
     for (const char* n : {"imgDtlAppt", "imgDtlNote", "imgDtlPrior", "imgDtlNext", "prtdtlImg"})
-        s.ctl(QString::fromLatin1(n)).enabled = on;
+        view.ctl(QString::fromLatin1(n)).enabled = on;
 }
 
 // Column 1 fits its longest line, but never wider than twice the grid.
@@ -47,8 +47,8 @@ void size_text_col(Grid& g) {
     if (limit > 0 && g.ColWidth(1) > limit) g.setColWidth(1, limit);
 }
 
-void set_dtl_font(AppState& s) {
-    apply_grid_font(s, s.vsDtl);
+void set_dtl_font(PlannerState& view, OptionsState& options) {
+    apply_grid_font(options, view.vsDtl);
 }
 
 // Row height within its limits: at least 340 twips, at most the grid's own
@@ -60,40 +60,40 @@ int limited_height(const Grid& g, int h) {
 }
 
 // The walk's common end: the cell goes into the pane and becomes current.
-void walk_to(AppState& s, int row, int col) {
-    show_detail(s, row, col);
-    s.vsSched.Select(row, col);
-    s.cur_row = qint16(row);
-    s.cur_col = qint16(col);
-    s.vsSched.ShowCell(row, col);
+void walk_to(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
+    show_detail(store, view, options, editing, row, col);
+    view.vsSched.Select(row, col);
+    view.cur_row = qint16(row);
+    view.cur_col = qint16(col);
+    view.vsSched.ShowCell(row, col);
 }
 
 } // namespace
 
-void clear_detail(AppState& s) {
-    s.ctl(QStringLiteral("Frame2")).text.clear();
-    s.vsDtl.Clear();
-    s.ctl(QStringLiteral("rtNotes")).text = QStringLiteral(" ");
-    set_pictures(s, false);
+void clear_detail(PlannerState& view) {
+    view.ctl(QStringLiteral("Frame2")).text.clear();
+    view.vsDtl.Clear();
+    view.ctl(QStringLiteral("rtNotes")).text = QStringLiteral(" ");
+    set_pictures(view, false);
 }
 
-void show_detail(AppState& s, int row, int col) {
+void show_detail(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
     if (row == -1) return;
-    const Grid& g = s.vsSched;
+    const Grid& g = view.vsSched;
     const QString d = data_of(g, row, col);
-    s.edit_index = d.toInt();
+    editing.edit_index = d.toInt();
     if (d.isEmpty()) {
-        s.vsDtl.Clear();
+        view.vsDtl.Clear();
         return;
     }
-    const appt_rec* a = s.appt_row(s.edit_index);
-    if (a && a->appt_date.str() == s.cur_date.toString(QStringLiteral("MMddyyyy"))) {
-        s.ctl(QStringLiteral("Frame2")).text = row > 0 ? g.TextMatrix(row, col) : QString();
-        fill_dtl(s, s.edit_index, row);
-        s.vsSched.Select(s.cur_row, s.cur_col);
+    const appt_rec* a = store.appt_row(editing.edit_index);
+    if (a && a->appt_date.str() == store.cur_date.toString(QStringLiteral("MMddyyyy"))) {
+        view.ctl(QStringLiteral("Frame2")).text = row > 0 ? g.TextMatrix(row, col) : QString();
+        fill_dtl(store, view, options, editing.edit_index, row);
+        view.vsSched.Select(view.cur_row, view.cur_col);
     }
-    set_dtl_font(s);
-    size_text_col(s.vsDtl);
+    set_dtl_font(view, options);
+    size_text_col(view.vsDtl);
 }
 
 QString dtl_duration(const QString& start, const QString& end) {
@@ -117,11 +117,11 @@ QString dtl_time_line(const appt_rec& a, int grid_row) {
            format_hh_mm_ampm(hhmm_to_time(a.appt_end)) + dtl_duration(a.appt_start, a.appt_end);
 }
 
-QString dtl_reminder_line(const AppState& s, const appt_rec& a) {
+QString dtl_reminder_line(Shared& store, const appt_rec& a) {
     if (field_number(a.appt_rem_lead, 0) <= 0) return QStringLiteral(" No reminders ");
     QString date, time, status = QStringLiteral("expired");
-    for (int r = 1; r <= s.rmdr_count; ++r) {
-        const rmdr_rec* m = s.rmdr_row(r);
+    for (int r = 1; r <= store.rmdr_count; ++r) {
+        const rmdr_rec* m = store.rmdr_row(r);
         if (!m) break;
         if (m->rmdr_id.str() != a.appt_id.str() || m->rmdr_appt_date.str() != a.appt_date.str())
             continue;
@@ -135,11 +135,11 @@ QString dtl_reminder_line(const AppState& s, const appt_rec& a) {
            QStringLiteral("  (") + status + QStringLiteral(")");
 }
 
-QString dtl_count_line(const AppState& s, const appt_rec& a) {
+QString dtl_count_line(Shared& store, const appt_rec& a) {
     // Every row loaded counts, so after a spanning week two months add up.
     int n = 0;
-    for (int r = 1; r <= s.appt_count; ++r) {
-        const appt_rec* x = s.appt_row(r);
+    for (int r = 1; r <= store.appt_count; ++r) {
+        const appt_rec* x = store.appt_row(r);
         if (!x) break;
         if (x->appt_id == a.appt_id) ++n;
     }
@@ -147,17 +147,17 @@ QString dtl_count_line(const AppState& s, const appt_rec& a) {
            (n < 2 ? QStringLiteral(" time this month") : QStringLiteral(" times this month"));
 }
 
-void fill_dtl(AppState& s, int index, int row) {
-    const appt_rec* a = s.appt_row(index);
+void fill_dtl(Shared& store, PlannerState& view, OptionsState& options, int index, int row) {
+    const appt_rec* a = store.appt_row(index);
     if (!a) return;
-    Grid& g = s.vsDtl;
+    Grid& g = view.vsDtl;
     g.setRows(0);
     g.setCols(dtl_cols);
     g.setFixedRows(0);
     g.setFixedCols(0);
     g.Clear();
     const QString lines[dtl_rows] = {rtrim(a->appt_text),      dtl_time_line(*a, row),
-                                     dtl_reminder_line(s, *a), dtl_count_line(s, *a),
+                                     dtl_reminder_line(store, *a), dtl_count_line(store, *a),
                                      QStringLiteral(" "),      QStringLiteral(" ")};
     for (const QString& line : lines)
         g.AddItem(QStringLiteral(" \t") + line);
@@ -178,73 +178,72 @@ void fill_dtl(AppState& s, int index, int row) {
     for (int r = 1; r < dtl_rows; ++r)
         g.setRowHeight(r, limited_height(g, h));
 
-    const QString font = s.grid_font_name.isEmpty() ? g.FontName() : s.grid_font_name;
+    const QString font = options.grid_font_name.isEmpty() ? g.FontName() : options.grid_font_name;
     const int last = dtl_rows - 1;
     g.setCell(CellSetting::FontName, 0, 0, last, dtl_cols - 1, font);
-    g.setCell(CellSetting::FontSize, 0, 0, last, dtl_cols - 1, grid_font_points(s));
-    g.setCell(CellSetting::FontBold, 0, 0, last, dtl_cols - 1, s.grid_font_bold);
+    g.setCell(CellSetting::FontSize, 0, 0, last, dtl_cols - 1, grid_font_points(options));
+    g.setCell(CellSetting::FontBold, 0, 0, last, dtl_cols - 1, options.grid_font_bold);
     bool ok = false;
-    const qulonglong fore = s.grid_font_color.toULongLong(&ok);
+    const qulonglong fore = options.grid_font_color.toULongLong(&ok);
     if (ok) g.setCell(CellSetting::ForeColor, 0, 0, last, dtl_cols - 1, Color(fore));
     size_text_col(g);
 
-    s.ctl(QStringLiteral("rtNotes")).text = rtrim(a->appt_notes);
-    set_pictures(s, true);
+    view.ctl(QStringLiteral("rtNotes")).text = rtrim(a->appt_notes);
+    set_pictures(view, true);
 }
 
-void TabStrip1_Click(AppState& s) {
-    if (s.tab_key == u"appt") s.ctl(QStringLiteral("Frame2")).visible = true;
+void TabStrip1_Click(PlannerState& view) {
+    if (view.tab_key == u"appt") view.ctl(QStringLiteral("Frame2")).visible = true;
 }
 
-void imgDtlNext_Click(AppState& s) {
-    const Grid& g = s.vsSched;
-    const int start_row = std::max<int>(s.cur_row, 0);
+void imgDtlNext_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+    const Grid& g = view.vsSched;
+    const int start_row = std::max<int>(view.cur_row, 0);
     for (int r = start_row; r < g.Rows(); ++r) {
-        for (int c = r == s.cur_row ? s.cur_col + 1 : 1; c < g.Cols(); ++c) {
+        for (int c = r == view.cur_row ? view.cur_col + 1 : 1; c < g.Cols(); ++c) {
             if (!holds_appt(g, r, c)) continue;
-            walk_to(s, r, c);
+            walk_to(store, view, options, editing, r, c);
             return;
         }
     }
     modal().message(no_more_text, MsgStyle::Warning);
 }
 
-void imgDtlPrior_Click(AppState& s) {
-    if (s.cur_row == 0 && s.cur_col == 1) return;
-    const Grid& g = s.vsSched;
+void imgDtlPrior_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+    if (view.cur_row == 0 && view.cur_col == 1) return;
+    const Grid& g = view.vsSched;
     const int last_col = g.Cols() - 1;
-    int start_row = s.cur_row, start_col = s.cur_col - 1;
-    if (s.cur_col == 1) {
-        start_row = s.cur_row - 1;
+    int start_row = view.cur_row, start_col = view.cur_col - 1;
+    if (view.cur_col == 1) {
+        start_row = view.cur_row - 1;
         start_col = last_col;
     }
     for (int r = std::min(start_row, g.Rows() - 1); r >= 0; --r) {
         for (int c = r == start_row ? std::min(start_col, last_col) : last_col; c >= 1; --c) {
             if (!holds_appt(g, r, c)) continue;
-            walk_to(s, r, c);
+            walk_to(store, view, options, editing, r, c);
             return;
         }
     }
     modal().message(no_prior_text, MsgStyle::Warning);
 }
 
-void imgDtlAppt_Click(AppState& s) {
-    const int row = s.vsSched.Row(), col = s.vsSched.Col();
+void imgDtlAppt_Click(Shared& store, PlannerState& view, EditorState& editing, RunState& run) {
+    const int row = view.vsSched.Row(), col = view.vsSched.Col();
     if (row < 0 || col < 0) return;
-    s.timer1_enabled = false;
-    sched_hand_over(s, row, col);
-    open_editor(s);
+    run.timer1_enabled = false;
+    sched_hand_over(store, view, editing, row, col);
+    open_editor(editing, run);
 }
 
-void vsDtl_DblClick(AppState& s) {
-    if (s.ctl(QStringLiteral("imgDtlAppt")).enabled)
-        imgDtlAppt_Click(s);
+void vsDtl_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run) {
+    if (view.ctl(QStringLiteral("imgDtlAppt")).enabled)
+        imgDtlAppt_Click(store, view, editing, run);
     else
         modal().message(add_first_text, MsgStyle::Information);
 }
 
-void vsDtl_KeyDown(AppState& s) {
-    Q_UNUSED(s);
+void vsDtl_KeyDown() {
     modal().message(use_toolbar_text, MsgStyle::Information);
 }
 

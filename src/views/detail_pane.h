@@ -14,27 +14,27 @@ inline const QString dtl_picture_keys[3] = {
     QStringLiteral("DtlTime"), QStringLiteral("DtlReminder"), QStringLiteral("DtlCount")};
 
 // Caption of Frame2 "", vsDtl cleared, rtNotes " ", the five pictures off.
-void clear_detail(AppState& s);
+void clear_detail(PlannerState& view);
 // Shows the appointment in cell (row, col) of vsSched; row -1 does nothing.
-void show_detail(AppState& s, int row, int col);
+void show_detail(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col);
 // Builds vsDtl and rtNotes for appt_tbl row `index` shown on grid row `row`.
-void fill_dtl(AppState& s, int index, int row);
+void fill_dtl(Shared& store, PlannerState& view, OptionsState& options, int index, int row);
 // The texts of the three lines, word for word.
 QString dtl_time_line(const appt_rec& a, int grid_row);
 QString dtl_duration(const QString& start, const QString& end);
-QString dtl_reminder_line(const AppState& s, const appt_rec& a);
-QString dtl_count_line(const AppState& s, const appt_rec& a);
+QString dtl_reminder_line(Shared& store, const appt_rec& a);
+QString dtl_count_line(Shared& store, const appt_rec& a);
 // Shows Frame2 when the "appt" tab is selected.
-void TabStrip1_Click(AppState& s);
+void TabStrip1_Click(PlannerState& view);
 // The walk through the day's cells.
-void imgDtlNext_Click(AppState& s);
-void imgDtlPrior_Click(AppState& s);
+void imgDtlNext_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
+void imgDtlPrior_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
 // Opens the editor for the current cell of vsSched, as a double click does.
-void imgDtlAppt_Click(AppState& s);
+void imgDtlAppt_Click(Shared& store, PlannerState& view, EditorState& editing, RunState& run);
 // The note editor path through frmNotes.
 void imgDtlNote_Click(AppState& s);
-void vsDtl_DblClick(AppState& s);
-void vsDtl_KeyDown(AppState& s);
+void vsDtl_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run);
+void vsDtl_KeyDown();
 void rtNotes_DblClick(AppState& s); // also a key press in rtNotes
 
 } // namespace orva

@@ -38,10 +38,10 @@ Color back_of(const Grid& g, int row, int col) {
     return Color(g.Cell(CellSetting::BackColor, row, col).toUInt());
 }
 
-void load_month(AppState& s, const QDate& d) {
+void load_month(Shared& store, const QDate& d) {
     // A month that cannot be read shows empty; the log tells which.
-    (void)load_appts(s, d, s.cal_path, 0);
-    (void)load_rmdrs(s, d, s.cal_path, 0);
+    (void)load_appts(store, d, store.cal_path, 0);
+    (void)load_rmdrs(store, d, store.cal_path, 0);
 }
 
 // The core every date change shares once cur_date is set and its month is in
@@ -49,14 +49,14 @@ void load_month(AppState& s, const QDate& d) {
 
 } // namespace
 
-void fill_cal(AppState& s, const QDate& date) {
+void fill_cal(Shared& store, PlannerState& view, const QDate& date) {
     if (!date.isValid()) return;
-    s.first_day = QDate(date.year(), date.month(), 1);
-    s.next_first_day = s.first_day.addMonths(1);
-    s.month_days = int(s.first_day.daysTo(s.next_first_day));
-    s.first_wday = s.first_day.dayOfWeek() % 7;
+    view.first_day = QDate(date.year(), date.month(), 1);
+    view.next_first_day = view.first_day.addMonths(1);
+    view.month_days = int(view.first_day.daysTo(view.next_first_day));
+    view.first_wday = view.first_day.dayOfWeek() % 7;
 
-    Grid& g = s.Cal;
+    Grid& g = view.Cal;
     g.setRows(cal_rows);
     g.setCols(cal_cols);
     g.setFixedRows(1);
@@ -65,11 +65,11 @@ void fill_cal(AppState& s, const QDate& date) {
     g.setFormatString(cal_header);
     g.setCell(CellSetting::Alignment, 0, 0, 0, cal_cols - 1, int(Align::CenterCenter));
     g.setCell(CellSetting::FontBold, 0, 0, 0, cal_cols - 1, true);
-    s.cal_pick_color = pick_color;
+    view.cal_pick_color = pick_color;
 
     int row = 1;
-    int col = s.first_wday - 1;
-    for (int d = 1; d <= s.month_days; ++d) {
+    int col = view.first_wday - 1;
+    for (int d = 1; d <= view.month_days; ++d) {
         if (++col == cal_cols) {
             col = 0;
             ++row;
@@ -78,27 +78,27 @@ void fill_cal(AppState& s, const QDate& date) {
         g.setCell(CellSetting::Alignment, row, col, int(Align::RightTop));
         // A day whose entry has no sticker still carries "Alarm", so it shows
         // a mark; an empty day's type is blank and shows none.
-        const QString type = s.day_tbl[size_t(d)].day_type.trimmed();
+        const QString type = store.day_tbl[size_t(d)].day_type.trimmed();
         if (!type.isEmpty()) {
             g.setCell(CellSetting::Picture, row, col, type);
             g.setCell(CellSetting::PictureAlignment, row, col, int(Align::CenterCenter));
         }
-        g.setCell(CellSetting::BackColor, row, col, s.cal_back_color);
-        if (d == s.today_day) {
+        g.setCell(CellSetting::BackColor, row, col, view.cal_back_color);
+        if (d == view.today_day) {
             g.setCell(CellSetting::BackColor, row, col, white);
             g.setCell(CellSetting::FontBold, row, col, true);
-            s.cal_row = qint16(row);
-            s.cal_col = qint16(col);
+            view.cal_row = qint16(row);
+            view.cal_col = qint16(col);
             // Only the row: the column keeps what the last mark left.
-            if (s.cal_sel_row == 0) s.cal_sel_row = qint16(row);
+            if (view.cal_sel_row == 0) view.cal_sel_row = qint16(row);
         }
     }
 
-    size_cal_cells(s);
+    size_cal_cells(view);
 }
 
-void size_cal_cells(AppState& s) {
-    Grid& g = s.Cal;
+void size_cal_cells(PlannerState& view) {
+    Grid& g = view.Cal;
     if (g.Cols() < cal_cols || g.Rows() < cal_rows) return;
     const int w = g.Width() / cal_cols - cell_margin;
     if (w >= 0)
@@ -110,51 +110,51 @@ void size_cal_cells(AppState& s) {
             g.setRowHeight(r, h);
 }
 
-void mark_cal_day(AppState& s, int row, int col) {
-    s.cal_pick_color = pick_color;
+void mark_cal_day(PlannerState& view, int row, int col) {
+    view.cal_pick_color = pick_color;
     if (row == 0) return;
-    Grid& g = s.Cal;
+    Grid& g = view.Cal;
     // White is the today_day cell: it never takes the selection's colour and
     // never gives it back.
-    if (s.cal_sel_row >= 1 && g.Rows() > s.cal_sel_row && s.cal_sel_col >= 0 &&
-        s.cal_sel_col < g.Cols() && back_of(g, s.cal_sel_row, s.cal_sel_col) != white)
-        g.setCell(CellSetting::BackColor, s.cal_sel_row, s.cal_sel_col, s.cal_back_color);
+    if (view.cal_sel_row >= 1 && g.Rows() > view.cal_sel_row && view.cal_sel_col >= 0 &&
+        view.cal_sel_col < g.Cols() && back_of(g, view.cal_sel_row, view.cal_sel_col) != white)
+        g.setCell(CellSetting::BackColor, view.cal_sel_row, view.cal_sel_col, view.cal_back_color);
     if (row < 0 || row >= g.Rows() || col < 0 || col >= g.Cols()) return;
     g.Select(row, col);
     if (back_of(g, row, col) != white)
-        g.setCell(CellSetting::BackColor, row, col, s.cal_pick_color);
-    s.cal_sel_row = qint16(row);
-    s.cal_sel_col = qint16(col);
+        g.setCell(CellSetting::BackColor, row, col, view.cal_pick_color);
+    view.cal_sel_row = qint16(row);
+    view.cal_sel_col = qint16(col);
 }
 
-void mark_cur_day(AppState& s) {
-    const Grid& g = s.Cal;
-    const QString day = QString::number(s.cur_date.day());
+void mark_cur_day(Shared& store, PlannerState& view) {
+    const Grid& g = view.Cal;
+    const QString day = QString::number(store.cur_date.day());
     for (int c = 0; c < cal_cols && c < g.Cols(); ++c) {
         for (int r = 1; r < g.Rows(); ++r) {
             if (g.TextMatrix(r, c).trimmed() != day) continue;
-            s.cal_row = qint16(r);
-            s.cal_col = qint16(c);
-            mark_cal_day(s, r, c);
+            view.cal_row = qint16(r);
+            view.cal_col = qint16(c);
+            mark_cal_day(view, r, c);
             return;
         }
     }
 }
 
-void docombos(AppState& s) {
-    s.Combo1.clear();
-    s.Combo2.clear();
-    s.Combo1.items = month_names();
+void docombos(Shared& store, PlannerState& view) {
+    view.Combo1.clear();
+    view.Combo2.clear();
+    view.Combo1.items = month_names();
     const int last_year = clock().today().year() + years_ahead;
     int year_pos = 0;
     for (int y = first_year; y <= last_year; ++y) {
-        if (y == s.cur_date.year()) year_pos = int(s.Combo2.items.size());
-        s.Combo2.items << QString::number(y);
+        if (y == store.cur_date.year()) year_pos = int(view.Combo2.items.size());
+        view.Combo2.items << QString::number(y);
     }
-    s.combo_lock = true;
-    s.Combo1.list_index = s.cur_date.month() - 1;
-    s.Combo2.list_index = year_pos;
-    s.combo_lock = false;
+    view.combo_lock = true;
+    view.Combo1.list_index = store.cur_date.month() - 1;
+    view.Combo2.list_index = year_pos;
+    view.combo_lock = false;
 }
 
 void month_changed(AppState& s, WindowPort& w) {
@@ -184,11 +184,11 @@ void month_changed(AppState& s, WindowPort& w) {
         clear_detail(s);
         s.vsSched.Clear();
         format_day_grid(s);
-        build_day_rows(s);
+        build_day_rows(s.view(), s.options());
         set_label1(s, w, s.cur_date);
         s.edit_date = s.cur_date;
-        fill_cal(s, s.cur_date);
-        fill_day_core(s);
+        fill_cal(s.store(), s.view(), s.cur_date);
+        fill_day_core(s.store(), s.view(), s.options(), s.editing());
         s.vsSched.setRedraw(2);
         s.Cal.setRedraw(2);
     }
@@ -196,62 +196,62 @@ void month_changed(AppState& s, WindowPort& w) {
     s.timer1_enabled = true;
 }
 
-void sync_combos(AppState& s, const QDate& date) {
+void sync_combos(Shared& store, PlannerState& view, const QDate& date) {
     const int mm = date.month(), yyyy = date.year();
-    if (s.Combo1.list_index == mm - 1 && s.Combo2.text() == QString::number(yyyy)) return;
-    s.combo_lock = true;
-    s.Combo1.list_index = mm - 1;
+    if (view.Combo1.list_index == mm - 1 && view.Combo2.text() == QString::number(yyyy)) return;
+    view.combo_lock = true;
+    view.Combo1.list_index = mm - 1;
     // A year outside the list leaves the list where it stood.
     const int year_pos = yyyy - first_year;
-    if (year_pos >= 0 && year_pos < s.Combo2.items.size()) s.Combo2.list_index = year_pos;
-    s.combo_lock = false;
-    load_month(s, date);
+    if (year_pos >= 0 && year_pos < view.Combo2.items.size()) view.Combo2.list_index = year_pos;
+    view.combo_lock = false;
+    load_month(store, date);
 }
 
-void ImageArrow_Click(AppState& s, WindowPort& w, int index) {
-    if (s.cal_path.isEmpty()) {
+void ImageArrow_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int index) {
+    if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Plain);
         return;
     }
     w.set_busy(true);
     // The month planner steps by days, like the day planner.
-    const int step = s.view_week ? 7 : 1;
-    const QDate date = s.cur_date.addDays(index == 0 ? -step : step);
-    s.cur_date = date;
-    if (s.view_month) {
+    const int step = view.view_week ? 7 : 1;
+    const QDate date = store.cur_date.addDays(index == 0 ? -step : step);
+    store.cur_date = date;
+    if (view.view_month) {
         // The month planner refills itself here once it exists; it loads
         // nothing when the step crosses a month end.
-    } else if (s.view_week) {
+    } else if (view.view_week) {
         // The week planner refills itself here once it exists.
     } else {
-        s.vsSched.setRedraw(0);
-        s.Cal.setRedraw(0);
-        s.vsSched.Clear();
-        format_day_grid(s);
-        sync_combos(s, date);
-        build_day_rows(s);
-        fill_cal(s, date);
-        set_label1(s, w, date);
-        s.edit_date = s.cur_date;
-        clear_detail(s);
-        fill_day_core(s);
-        mark_cur_day(s);
-        mark_now_row(s);
-        s.vsSched.setRedraw(2);
-        s.Cal.setRedraw(2);
+        view.vsSched.setRedraw(0);
+        view.Cal.setRedraw(0);
+        view.vsSched.Clear();
+        format_day_grid(view);
+        sync_combos(store, view, date);
+        build_day_rows(view, options);
+        fill_cal(store, view, date);
+        set_label1(view, w, date);
+        editing.edit_date = store.cur_date;
+        clear_detail(view);
+        fill_day_core(store, view, options, editing);
+        mark_cur_day(store, view);
+        mark_now_row(view);
+        view.vsSched.setRedraw(2);
+        view.Cal.setRedraw(2);
     }
     w.set_busy(false);
 }
 
-void ImageArrow_MouseMove(AppState& s) {
+void ImageArrow_MouseMove(PlannerState& view) {
     // The month planner keeps the day texts: there, too, the step is a day.
-    const bool week = s.view_week;
-    s.ctl(QStringLiteral("ImageArrow0")).tip =
+    const bool week = view.view_week;
+    view.ctl(QStringLiteral("ImageArrow0")).tip =
         week ? QStringLiteral("Prior Week") : QStringLiteral("Prior Day");
-    s.ctl(QStringLiteral("ImageArrow1")).tip =
+    view.ctl(QStringLiteral("ImageArrow1")).tip =
         week ? QStringLiteral("Next Week") : QStringLiteral("Next Day");
-    s.ctl(QStringLiteral("Label4")).visible = true;
-    s.ctl(QStringLiteral("Label5")).visible = true;
+    view.ctl(QStringLiteral("Label4")).visible = true;
+    view.ctl(QStringLiteral("Label5")).visible = true;
 }
 
 void imgPriorMth_Click(AppState& s, WindowPort& w) {
@@ -311,8 +311,8 @@ void Cal_Click(AppState& s, WindowPort& w, int row, int col) {
     s.vsSched.Clear();
     clear_detail(s);
     format_day_grid(s);
-    build_day_rows(s);
-    fill_day_core(s);
+    build_day_rows(s.view(), s.options());
+    fill_day_core(s.store(), s.view(), s.options(), s.editing());
 
     w.set_busy(false);
     mark_cal_day(s, s.cal_row, s.cal_col);
@@ -321,44 +321,44 @@ void Cal_Click(AppState& s, WindowPort& w, int row, int col) {
     s.timer1_enabled = true;
 }
 
-void Cal_DblClick(AppState& s, int row, int col) {
-    const Grid& g = s.Cal;
+void Cal_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col) {
+    const Grid& g = view.Cal;
     if (!is_day_cell(g, row, col)) return;
-    if (s.cal_path.isEmpty()) {
+    if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Warning);
         return;
     }
     const int d = g.TextMatrix(row, col).trimmed().toInt();
     if (d < 1 || d > day_limit) return;
-    s.timer1_enabled = false;
-    const day_rec& day = s.day_tbl[size_t(d)];
+    run.timer1_enabled = false;
+    const day_rec& day = store.day_tbl[size_t(d)];
     if (day.day_time.str() != day_none) {
-        s.new_appt = false;
+        editing.new_appt = false;
         // The index keeps two characters, so row 123 reads as 12: the editor
         // opens whatever stands there.
-        s.edit_index = day.day_index.trimmed().toInt();
+        editing.edit_index = day.day_index.trimmed().toInt();
     } else {
-        hand_over_new(s);
-        s.edit_start = clock().now().time().toString(QStringLiteral("HH:mm"));
+        hand_over_new(store, editing);
+        editing.edit_start = clock().now().time().toString(QStringLiteral("HH:mm"));
     }
-    s.appt_from_planner = true;
-    open_editor(s);
+    editing.appt_from_planner = true;
+    open_editor(editing, run);
 }
 
-bool Cal_KeyDown(AppState& s, WindowPort& w, int key, bool shift) {
+bool Cal_KeyDown(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int key, bool shift) {
     if (key == key_backtab || (key == key_tab && shift)) {
-        ImageArrow_Click(s, w, 0);
+        ImageArrow_Click(store, view, options, editing, w, 0);
         return true;
     }
     if (key == key_tab) {
-        ImageArrow_Click(s, w, 1);
+        ImageArrow_Click(store, view, options, editing, w, 1);
         return true;
     }
     return false;
 }
 
-void Cal_DragDrop(AppState& s, int row, int col, const QString& picture_key) {
-    Grid& g = s.Cal;
+void Cal_DragDrop(PlannerState& view, int row, int col, const QString& picture_key) {
+    Grid& g = view.Cal;
     if (!is_day_cell(g, row, col)) return;
     g.setCell(CellSetting::Picture, row, col, picture_key);
     g.setCell(CellSetting::PictureAlignment, row, col, int(Align::LeftCenter));

@@ -33,42 +33,42 @@ int days_remaining(const QDate& d) {
     return int(d.daysTo(dec31_of(d)));
 }
 
-void show_status(AppState& s) {
-    const QDate d = s.cur_date;
-    const int n = s.view_week ? s.week_appts : (!s.view_month ? s.day_appts : s.month_appts);
-    s.status_panels[panel_count].text = count_text(n);
-    s.status_panels[panel_file].text = s.cal_path;
+void show_status(Shared& store, PlannerState& view) {
+    const QDate d = store.cur_date;
+    const int n = view.view_week ? view.week_appts : (!view.view_month ? view.day_appts : view.month_appts);
+    view.status_panels[panel_count].text = count_text(n);
+    view.status_panels[panel_file].text = store.cal_path;
 
     const int day = year_day(d);
     // A plain count of sevens, not a calendar week: January 1 to 6 are week 0
     // and December 31 of a common year is week 52 with none left.
     const int week = day / 7;
-    if (s.view_week) {
-        s.status_panels[panel_year_pos].text = QStringLiteral("  Week   ") + QString::number(week);
-        s.status_panels[panel_left].text =
+    if (view.view_week) {
+        view.status_panels[panel_year_pos].text = QStringLiteral("  Week   ") + QString::number(week);
+        view.status_panels[panel_left].text =
             QString::number(52 - week) + QStringLiteral(" Weeks remain");
-    } else if (s.view_month) {
-        s.status_panels[panel_year_pos].text =
+    } else if (view.view_month) {
+        view.status_panels[panel_year_pos].text =
             QStringLiteral("  Month   ") + QString::number(d.month());
-        s.status_panels[panel_left].text =
+        view.status_panels[panel_left].text =
             QString::number(12 - d.month()) + QStringLiteral(" months remain");
     } else {
-        s.status_panels[panel_year_pos].text = QStringLiteral("  Day   ") + QString::number(day);
-        s.status_panels[panel_left].text =
+        view.status_panels[panel_year_pos].text = QStringLiteral("  Day   ") + QString::number(day);
+        view.status_panels[panel_left].text =
             QString::number(days_remaining(d)) + QStringLiteral(" Days remain");
     }
 
     for (const char* name : {"imageClock", "imagePrint", "Label2", "Label7"})
-        s.ctl(QString::fromLatin1(name)).enabled = true;
+        view.ctl(QString::fromLatin1(name)).enabled = true;
 }
 
-void StatusBar1_MouseMove(AppState& s) {
-    StatusPanel& pos = s.status_panels[panel_year_pos];
-    StatusPanel& left = s.status_panels[panel_left];
-    if (s.view_week) {
+void StatusBar1_MouseMove(PlannerState& view) {
+    StatusPanel& pos = view.status_panels[panel_year_pos];
+    StatusPanel& left = view.status_panels[panel_left];
+    if (view.view_week) {
         pos.tip = QStringLiteral("Week number ");
         left.tip = QStringLiteral("Weeks remaining in the year ");
-    } else if (s.view_month) {
+    } else if (view.view_month) {
         pos.tip = QStringLiteral("Month number ");
         left.tip = QStringLiteral("Months remaining in the year ");
     } else {
@@ -77,9 +77,9 @@ void StatusBar1_MouseMove(AppState& s) {
     }
 }
 
-void mnuStat_Click(AppState& s, WindowPort& w) {
-    s.menus.mnuStat = !s.menus.mnuStat;
-    w.set_status_bar_visible(s.menus.mnuStat);
+void mnuStat_Click(OptionsState& options, WindowPort& w) {
+    options.menus.mnuStat = !options.menus.mnuStat;
+    w.set_status_bar_visible(options.menus.mnuStat);
     w.sync_menus();
     // The month grid gives up the bar's height only while the bar shows.
     w.layout_view();

@@ -12,12 +12,12 @@ inline const QString panel_left = QStringLiteral("daysLeft");
 
 // Recomputes every panel from cur_date, the view flags, the counters and
 // cal_path, and enables imageClock, imagePrint, Label2 and Label7.
-void show_status(AppState& s);
+void show_status(Shared& store, PlannerState& view);
 // The panels' tool-tips, set as the mouse moves over the bar.
-void StatusBar1_MouseMove(AppState& s);
+void StatusBar1_MouseMove(PlannerState& view);
 // The "Show status bar" check: the bar follows it and the planner is laid
 // out again.
-void mnuStat_Click(AppState& s, WindowPort& w);
+void mnuStat_Click(OptionsState& options, WindowPort& w);
 
 // Day of the year counted from the December 31 before (January 1 is 1).
 int year_day(const QDate& d);

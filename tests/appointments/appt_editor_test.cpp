@@ -58,7 +58,7 @@ TEST_F(Editor, DateLimitsRunFrom2000ToFifteenYearsAhead) {
 TEST_F(Editor, NewUntimedEntryFromRowZeroOpensWithTimedClearAndAllDayDisabled) {
     rebuild(s);
     s.vsSched.Select(0, 2);
-    sched_hand_over(s, 0, 2);
+    sched_hand_over(s.store(), s.view(), s.editing(), 0, 2);
     ASSERT_EQ(s.edit_start, " ");
     env.load();
     EXPECT_FALSE(f.Check1);
@@ -67,11 +67,11 @@ TEST_F(Editor, NewUntimedEntryFromRowZeroOpensWithTimedClearAndAllDayDisabled) {
 }
 
 TEST_F(Editor, RowLabelOfTheDayGridGivesTheStartTime) {
-    sched_hand_over(s, 29, 2);
+    sched_hand_over(s.store(), s.view(), s.editing(), 29, 2);
     ASSERT_EQ(s.edit_start, " 02:00 pm");
     env.load();
     EXPECT_EQ(f.aptTimePick1, QTime(14, 0));
-    sched_hand_over(s, 1, 2);
+    sched_hand_over(s.store(), s.view(), s.editing(), 1, 2);
     env.load();
     EXPECT_EQ(f.aptTimePick1, QTime(0, 0));
     EXPECT_TRUE(f.Check1);
@@ -153,14 +153,14 @@ TEST_F(Editor, WeekdayRuleLoadsIntoTheOrdinalVariables) {
 TEST_F(Editor, ClearingTimedSetsBothPickersToMidnightAndDisablesThem) {
     env.open_new(QDate(2026, 3, 15), QStringLiteral("09:30"));
     f.Check1 = false;
-    Check1_Click(s, f);
+    Check1_Click(f);
     EXPECT_FALSE(f.pickers_enabled);
     EXPECT_EQ(f.aptTimePick1, QTime(0, 0));
     EXPECT_EQ(f.aptTimePick2, QTime(0, 0));
     EXPECT_FALSE(f.Check2_enabled);
     EXPECT_TRUE(f.timed_touched);
     f.Check1 = true;
-    Check1_Click(s, f);
+    Check1_Click(f);
     EXPECT_TRUE(f.pickers_enabled);
     EXPECT_TRUE(f.Check2_enabled);
 }
@@ -181,19 +181,19 @@ TEST_F(Editor, AllDayPutsTheWorkingDayIntoThePickers) {
 TEST_F(Editor, EndFollowsTheStartUntilTheUserTouchesIt) {
     env.open_new(QDate(2026, 3, 15), QStringLiteral("09:30"));
     f.aptTimePick1 = QTime(10, 0);
-    aptTimePick1_Change(s, f);
+    aptTimePick1_Change(s.options(), s.editing(), f);
     EXPECT_EQ(f.aptTimePick2, QTime(10, 0));
     f.aptTimePick2 = QTime(11, 0);
     aptTimePick2_Change(s, f);
     f.aptTimePick1 = QTime(10, 30);
-    aptTimePick1_Change(s, f);
+    aptTimePick1_Change(s.options(), s.editing(), f);
     EXPECT_EQ(f.aptTimePick2, QTime(11, 0));
 }
 
 TEST_F(Editor, EndDoesNotFollowTheStartOfAnExistingEntry) {
     env.open_edit(saved("k1", "10:00", "11:00"));
     f.aptTimePick1 = QTime(10, 30);
-    aptTimePick1_Change(s, f);
+    aptTimePick1_Change(s.options(), s.editing(), f);
     EXPECT_EQ(f.aptTimePick2, QTime(11, 0));
 }
 
@@ -363,7 +363,7 @@ TEST_F(Editor, ReminderButtonOpensTheSetupForTheEditor) {
 
 TEST_F(Editor, RecurrenceAndNotesButtonsOpenTheirForms) {
     env.open_new(QDate(2026, 3, 15), QStringLiteral("09:00"));
-    Command4_Click(s, f);
+    Command4_Click(f);
     EXPECT_EQ(env.m.last(u"form")->text, "frmOccurs");
     Image6_Click(s, f);
     EXPECT_EQ(env.m.last(u"form")->text, "frmNotes");

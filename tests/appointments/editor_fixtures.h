@@ -26,12 +26,12 @@ struct EditorEnv : ViewEnv {
     void load() {
         f = ApptForm{};
         s.appt_form = &f;
-        init_appt_form(s, f);
+        init_appt_form(s.store(), s.options(), s.editing(), s.run(), f);
     }
     // A new entry on `date` at `start` ("hh:mm", " " untimed), as a caller
     // hands it over.
     void open_new(const QDate& date, const QString& start) {
-        hand_over_new(s);
+        hand_over_new(s.store(), s.editing());
         s.edit_date = date;
         s.edit_start = start;
         s.appt_copy = false;

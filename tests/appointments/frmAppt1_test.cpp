@@ -26,7 +26,7 @@ struct FrmAppt1Dialog : ::testing::Test {
     AppState& s = env.s;
 
     void hand_over_new(const QString& start) {
-        orva::hand_over_new(s);
+        orva::hand_over_new(s.store(), s.editing());
         s.edit_start = start;
     }
     template <class W> static W* child(QWidget& dlg, const char* name) {

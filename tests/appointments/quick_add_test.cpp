@@ -34,7 +34,7 @@ TEST_F(QuickAdd, CaptionIsTheTextOfTheNewRow) {
     typed(QStringLiteral("10:00"), QStringLiteral("Call Bob"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     EXPECT_EQ(f.caption, "Call Bob");
 }
 
@@ -42,7 +42,7 @@ TEST_F(QuickAdd, Utf8CaptionIsTheTextAsTyped) {
     for (const QString& text : testing::texts_in_many_scripts()) {
         typed(QStringLiteral("09:00"), text);
         QuickForm f;
-        frmQuick_Load(s, f);
+        frmQuick_Load(s.store(), s.view(), f);
         EXPECT_EQ(f.caption, text);
     }
 }
@@ -51,7 +51,7 @@ TEST_F(QuickAdd, StickerListHasOnlyTheSelectRowAndStartsOnIt) {
     typed(QStringLiteral("10:00"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     ASSERT_EQ(f.typeIcombo.items.size(), 74u);
     EXPECT_EQ(f.typeIcombo.list_index, 0);
     EXPECT_EQ(f.typeIcombo.items[0].caption, " <select a virtual sticker>");
@@ -62,7 +62,7 @@ TEST_F(QuickAdd, TimedEntryInTheDayPlannerShowsItsStartInAnEnabledPicker) {
     typed(QStringLiteral("10:30"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     EXPECT_TRUE(f.picker_enabled);
     EXPECT_EQ(f.DTPicker1, QTime(10, 30));
 }
@@ -71,7 +71,7 @@ TEST_F(QuickAdd, UntimedEntryInTheDayPlannerDisablesThePicker) {
     typed(QStringLiteral("     "));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     EXPECT_FALSE(f.picker_enabled);
 }
 
@@ -79,14 +79,14 @@ TEST_F(QuickAdd, WeekAndMonthPlannersAlwaysEnableThePicker) {
     typed(QStringLiteral("09:10"));
     s.view_week = true;
     QuickForm week;
-    frmQuick_Load(s, week);
+    frmQuick_Load(s.store(), s.view(), week);
     EXPECT_TRUE(week.picker_enabled);
     EXPECT_EQ(week.DTPicker1, QTime(9, 10));
 
     s.view_week = false;
     s.view_month = true;
     QuickForm month;
-    frmQuick_Load(s, month);
+    frmQuick_Load(s.store(), s.view(), month);
     EXPECT_TRUE(month.picker_enabled);
 }
 
@@ -94,7 +94,7 @@ TEST_F(QuickAdd, OkOnAnUntimedEntryKeepsItsEndBlank) {
     appt_rec& a = typed(QStringLiteral("     "));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(11, 0); // a disabled picker still holds a time
     f.typeIcombo.list_index = index_of(f, QStringLiteral("Birthday"));
     EXPECT_TRUE(frmQuick_OK(s, f));
@@ -108,7 +108,7 @@ TEST_F(QuickAdd, EndBeforeStartIsRefusedAndTheFormStays) {
     appt_rec& a = typed(QStringLiteral("10:00"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(9, 0);
     f.typeIcombo.list_index = index_of(f, QStringLiteral("Car"));
     EXPECT_FALSE(frmQuick_OK(s, f));
@@ -124,7 +124,7 @@ TEST_F(QuickAdd, EndIsComparedByGridRowsNotMinutes) {
     appt_rec& a = typed(QStringLiteral("10:20"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(10, 5);
     EXPECT_TRUE(frmQuick_OK(s, f));
     EXPECT_EQ(a.appt_end.str(), "10:05");
@@ -135,7 +135,7 @@ TEST_F(QuickAdd, EndEqualToStartIsAccepted) {
     appt_rec& a = typed(QStringLiteral("10:00"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     EXPECT_TRUE(frmQuick_OK(s, f));
     EXPECT_EQ(a.appt_end.str(), "10:00");
 }
@@ -144,7 +144,7 @@ TEST_F(QuickAdd, OkStoresTheStickerKeyAndTheEndAsHoursAndMinutes) {
     appt_rec& a = typed(QStringLiteral("14:00"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(15, 30);
     f.typeIcombo.list_index = index_of(f, QStringLiteral("Dirt Bike"));
     EXPECT_TRUE(frmQuick_OK(s, f));
@@ -157,7 +157,7 @@ TEST_F(QuickAdd, MorningEndIsStoredWithALeadingZero) {
     appt_rec& a = typed(QStringLiteral("00:30"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(1, 0);
     EXPECT_TRUE(frmQuick_OK(s, f));
     EXPECT_EQ(a.appt_end.str(), "01:00");
@@ -167,7 +167,7 @@ TEST_F(QuickAdd, OkWithTheSelectRowStoresNoSticker) {
     appt_rec& a = typed(QStringLiteral("14:00"));
     s.view_day = true;
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(14, 30);
     EXPECT_TRUE(frmQuick_OK(s, f));
     EXPECT_TRUE(a.appt_type.is_blank());
@@ -182,7 +182,7 @@ TEST_F(QuickAdd, CancelEmptiesTheTypedCellAndKeepsAOneRowEntry) {
     s.vsSched.setTextMatrix(22, 2, QStringLiteral("other"));
     s.vsSched.Select(21, 2);
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     f.DTPicker1 = QTime(12, 0);
     f.typeIcombo.list_index = index_of(f, QStringLiteral("Car"));
     frmQuick_Cancel(s, f);
@@ -203,7 +203,7 @@ TEST_F(QuickAdd, CancelInTheMonthPlannerLeavesTheDayGridAlone) {
     s.vsSched.setTextMatrix(21, 2, QStringLiteral("Dentist"));
     s.vsSched.Select(21, 2);
     QuickForm f;
-    frmQuick_Load(s, f);
+    frmQuick_Load(s.store(), s.view(), f);
     frmQuick_Cancel(s, f);
     EXPECT_EQ(s.vsSched.TextMatrix(21, 2), "Dentist");
 }
@@ -220,7 +220,7 @@ TEST_F(Notes, UseTheGridFontOfTheOptions) {
     s.grid_font_size = QStringLiteral("12");
     s.grid_font_bold = true;
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     EXPECT_EQ(f.font_name, "Courier New");
     EXPECT_DOUBLE_EQ(f.font_size, 12.0);
     EXPECT_TRUE(f.font_bold);
@@ -230,7 +230,7 @@ TEST_F(Notes, BlankNotesOpenAnEmptyBox) {
     s.notes_text = padded(QString());
     s.caller_form = QStringLiteral("dtlfrm");
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     EXPECT_EQ(f.rtNotes, "");
     EXPECT_EQ(f.cursor, 0);
     EXPECT_EQ(s.notes_shown, padded(QString()));
@@ -240,7 +240,7 @@ TEST_F(Notes, OpenWithTrailingBlanksCutAndTheCursorAtTheEnd) {
     s.notes_text = padded(QStringLiteral("  Bring the forms"));
     s.caller_form = QStringLiteral("dtlfrm");
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     EXPECT_EQ(f.rtNotes, "  Bring the forms");
     EXPECT_EQ(f.cursor, 17);
     EXPECT_EQ(s.notes_shown, s.notes_text);
@@ -249,33 +249,33 @@ TEST_F(Notes, OpenWithTrailingBlanksCutAndTheCursorAtTheEnd) {
 TEST_F(Notes, OpenedFromTheEditorShowWhatTheDetailPaneLeft) {
     s.caller_form = QStringLiteral("apptfrm");
     NotesForm first;
-    frmNotes_Load(s, first);
+    frmNotes_Load(s.options(), s.editing(), first);
     EXPECT_EQ(first.rtNotes, ""); // nothing handled yet
 
     s.caller_form = QStringLiteral("dtlfrm");
     s.notes_text = padded(QStringLiteral("Pane notes"));
     NotesForm pane;
-    frmNotes_Load(s, pane);
+    frmNotes_Load(s.options(), s.editing(), pane);
     pane.rtNotes = QStringLiteral("Pane notes, edited");
     frmNotes_OK(s, pane);
 
     s.caller_form = QStringLiteral("apptfrm");
     NotesForm editor;
-    frmNotes_Load(s, editor);
+    frmNotes_Load(s.options(), s.editing(), editor);
     EXPECT_EQ(editor.rtNotes, "Pane notes, edited");
 }
 
 TEST_F(Notes, ArePlacedByTheirCaller) {
     s.caller_form = QStringLiteral("apptfrm");
     NotesForm editor;
-    frmNotes_Load(s, editor);
+    frmNotes_Load(s.options(), s.editing(), editor);
     EXPECT_EQ(editor.anchor, "frmAppt1");
     EXPECT_EQ(editor.dx, 2400);
     EXPECT_EQ(editor.dy, 200);
 
     s.caller_form = QStringLiteral("dtlfrm");
     NotesForm pane;
-    frmNotes_Load(s, pane);
+    frmNotes_Load(s.options(), s.editing(), pane);
     EXPECT_EQ(pane.anchor, "Frame2");
     EXPECT_EQ(pane.dx, 1800);
     EXPECT_EQ(pane.dy, 200);
@@ -285,7 +285,7 @@ TEST_F(Notes, OkWithUnchangedTextIsNoChange) {
     s.notes_text = padded(QStringLiteral("Call first"));
     s.notes_dirty = false;
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     frmNotes_OK(s, f);
     EXPECT_FALSE(s.notes_dirty);
     EXPECT_EQ(s.notes_text, "Call first");
@@ -294,7 +294,7 @@ TEST_F(Notes, OkWithUnchangedTextIsNoChange) {
 TEST_F(Notes, OkWithChangedTextSetsDirty) {
     s.notes_text = padded(QStringLiteral("Call first"));
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     f.rtNotes = QStringLiteral("Call first, then go");
     frmNotes_OK(s, f);
     EXPECT_TRUE(s.notes_dirty);
@@ -305,7 +305,7 @@ TEST_F(Notes, OkNeverClearsDirty) {
     s.notes_text = padded(QStringLiteral("Call first"));
     s.notes_dirty = true;
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     frmNotes_OK(s, f);
     EXPECT_TRUE(s.notes_dirty);
 }
@@ -314,7 +314,7 @@ TEST_F(Notes, CancelClearsDirtyAndKeepsTheText) {
     s.notes_text = padded(QStringLiteral("Call first"));
     s.notes_dirty = true;
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     f.rtNotes = QStringLiteral("Something else");
     frmNotes_Cancel(s, f);
     EXPECT_FALSE(s.notes_dirty);
@@ -324,7 +324,7 @@ TEST_F(Notes, CancelClearsDirtyAndKeepsTheText) {
 TEST_F(Notes, OkCutsTheTextToTwoHundredCharacters) {
     s.notes_text = padded(QString());
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     f.rtNotes = QString(150, QLatin1Char('a')) + QString(100, QLatin1Char('b'));
     frmNotes_OK(s, f);
     EXPECT_EQ(s.notes_text.size(), 200);
@@ -336,7 +336,7 @@ TEST_F(Notes, Utf8OpenShowsEveryCharacterOfAFullField) {
     // 66 characters of three bytes fill 198 of the 200.
     s.notes_text = Fixed<200>(QString(66, u'会')).str();
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     EXPECT_EQ(f.rtNotes, QString(66, u'会'));
     EXPECT_EQ(f.cursor, 66);
 }
@@ -344,7 +344,7 @@ TEST_F(Notes, Utf8OpenShowsEveryCharacterOfAFullField) {
 TEST_F(Notes, Utf8OkCutsTheTextToTwoHundredBytesBetweenCharacters) {
     s.notes_text = padded(QString());
     NotesForm f;
-    frmNotes_Load(s, f);
+    frmNotes_Load(s.options(), s.editing(), f);
     f.rtNotes = QString(190, u'a') + QStringLiteral("Συνάντηση");
     frmNotes_OK(s, f);
     EXPECT_EQ(s.notes_text, QString(190, u'a') + QStringLiteral("Συνάν"));
@@ -359,7 +359,7 @@ TEST_F(Notes, Utf8TextsComeBackFromOkAsTyped) {
     for (const QString& text : testing::texts_in_many_scripts()) {
         s.notes_text = padded(QString());
         NotesForm f;
-        frmNotes_Load(s, f);
+        frmNotes_Load(s.options(), s.editing(), f);
         f.rtNotes = text;
         frmNotes_OK(s, f);
         EXPECT_EQ(s.notes_text, text);

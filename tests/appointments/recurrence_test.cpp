@@ -49,7 +49,7 @@ struct Recurrence : ::testing::Test {
         s.occ_every = qint16(every);
         s.occ_until = until;
         f.occurs_field = number_field(s.occ_period);
-        build_occurs(s, f, f.occurs_field, key);
+        build_occurs(s.store(), s.editing(), f, f.occurs_field, key);
     }
     // A weekday rule (pattern "2 "): ordinal 0 first .. 4 last, weekday 0
     // Sunday .. 6 Saturday, month 0 every month or 1..12.
@@ -63,7 +63,7 @@ struct Recurrence : ::testing::Test {
         s.occ_every = qint16(weekday);
         s.occ_until = until;
         f.occurs_field = number_field(s.occ_ordinal);
-        build_occurs(s, f, f.occurs_field, key);
+        build_occurs(s.store(), s.editing(), f, f.occurs_field, key);
     }
     // appt_date of rows 1..occur_count, as ISO dates.
     QStringList dates() {
@@ -76,7 +76,7 @@ struct Recurrence : ::testing::Test {
     OccursForm loaded() {
         s.appt_form = &f;
         OccursForm o;
-        frmOccurs_Load(s, f, o);
+        frmOccurs_Load(s.view(), s.editing(), f, o);
         return o;
     }
 };
@@ -693,10 +693,10 @@ TEST_F(Recurrence, BuildOccursSetsTheCountToOneAndPassesOverOtherPeriodTexts) {
     *s.occur_row(1) = testing::make_appt(QStringLiteral("01012026"), QStringLiteral("oldkey"));
     s.occ_by_period = true;
     s.occ_until = QStringLiteral("12/31/26");
-    build_occurs(s, f, QStringLiteral("0 "), key);
+    build_occurs(s.store(), s.editing(), f, QStringLiteral("0 "), key);
     EXPECT_EQ(s.occur_count, 1);
     EXPECT_EQ(s.occur_row(1)->appt_id.trimmed(), "oldkey");
-    build_occurs(s, f, QStringLiteral("5 "), key);
+    build_occurs(s.store(), s.editing(), f, QStringLiteral("5 "), key);
     EXPECT_EQ(s.occur_row(1)->appt_id.trimmed(), "oldkey");
 }
 
@@ -707,7 +707,7 @@ TEST_F(Recurrence, BuildOccursUsesTheWeekdayRuleWhateverTheText) {
     s.occ_weekday = 0;
     s.occ_month = 0;
     s.occ_until = QStringLiteral("04/30/26");
-    build_occurs(s, f, QStringLiteral("0 "), key);
+    build_occurs(s.store(), s.editing(), f, QStringLiteral("0 "), key);
     EXPECT_EQ(dates(), QStringList({"2026-03-01", "2026-04-05"}));
 }
 

@@ -467,7 +467,7 @@ TEST_F(Saving, ClickingTimedRewritesTheRecord) {
     save_new(QDate(2026, 3, 15), "09:00", "10:00", "Dentist");
     edit(id_of_first());
     f.Check1 = true;
-    Check1_Click(s, f);
+    Check1_Click(f);
     ASSERT_TRUE(env.ok());
     EXPECT_TRUE(s.appt_changed);
     EXPECT_FALSE(s.mark_past);

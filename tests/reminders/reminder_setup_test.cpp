@@ -67,7 +67,7 @@ using ReminderDue = Reminders;
 TEST_F(ReminderDue, ThirtyMinutesBeforeMarchFirstAtQuarterPastMidnightLandsInFebruary) {
     editing(true);
     one_row(with_lead(QStringLiteral("03012026"), QStringLiteral("00:15"), 30, 0));
-    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, 1), 0);
 
     ASSERT_EQ(s.rmdr_count, 1);
     const rmdr_rec& r = *s.rmdr_row(1);
@@ -83,7 +83,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
     editing(false);
     // The start the row carries does not count: the box says untimed.
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "00:00");
 }
@@ -91,7 +91,7 @@ TEST_F(ReminderDue, UntimedEntryOneDayBeforeFallsAtMidnightOfTheDayBefore) {
 TEST_F(ReminderDue, TimedBoxCountsFromTheStart) {
     editing(true);
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 1, 2));
-    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "03/19/26");
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "14:30");
 }
@@ -236,7 +236,7 @@ TEST_F(AddRmdr, OneRowRaisesTheCountAndAppendsToItsMember) {
               0);
     s.rmdr_count = 2;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(3)->rmdr_time.str(), "14:25");
     const QStringList mar = member_lines(s, QStringLiteral("r2603.rmd"));
@@ -248,7 +248,7 @@ TEST_F(AddRmdr, RowsPastTheTableLimitArePassedOverSilently) {
     editing(true);
     s.rmdr_count = rmdr_limit;
     one_row(with_lead(QStringLiteral("03202026"), QStringLiteral("14:30"), 5, 0));
-    EXPECT_EQ(add_rmdr(s, append_mode, s.cal_path, 1), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, 1), 0);
     EXPECT_EQ(s.rmdr_count, rmdr_limit + 1);
     EXPECT_EQ(s.rmdr_row(rmdr_limit + 1), nullptr);
     EXPECT_TRUE(s.archive.members(s.cal_path).filter(QStringLiteral(".rmd")).isEmpty());
@@ -265,7 +265,7 @@ TEST_F(AddRmdr, RebuildMakesOneRowForEveryAppointmentInView) {
                                QStringLiteral("200002000312"));
     *s.appt_row(3) = with_lead(QStringLiteral("04022026"), QStringLiteral("     "), 2, 2,
                                QStringLiteral("020003000312"));
-    EXPECT_EQ(add_rmdr(s, rewrite_mode, s.cal_path, 0), 0);
+    EXPECT_EQ(add_rmdr(s.store(), s.editing(), rewrite_mode, s.cal_path, 0), 0);
     EXPECT_EQ(s.rmdr_count, 3);
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "02/28/26");
     EXPECT_EQ(s.rmdr_row(2)->rmdr_time.str(), "13:30");
@@ -288,7 +288,7 @@ TEST_F(SeriesRmdrs, AreWrittenMonthByMonthOneMonthEarlierWhereTheLeadCrossesIt) 
     for (int i = 1; i <= 4; ++i)
         *s.occur_row(i) =
             with_lead(QString::fromLatin1(dates[i - 1]), QStringLiteral("00:15"), 30, 0);
-    EXPECT_EQ(make_series_rmdrs(s), 0);
+    EXPECT_EQ(make_series_rmdrs(s.store(), s.editing()), 0);
 
     EXPECT_EQ(s.rmdr_count, 7) << "the count is the caller's to reload";
     EXPECT_EQ(s.rmdr_row(1)->rmdr_date.str(), "02/28/26");
@@ -315,7 +315,7 @@ TEST_F(SeriesRmdrs, OfAnEditMarkTheirPastRowsDelivered) {
     *s.occur_row(1) = with_lead(QStringLiteral("03082026"), QStringLiteral("09:00"), 15, 0);
     *s.occur_row(2) = with_lead(QStringLiteral("03152026"), QStringLiteral("09:20"), 15, 0);
     *s.occur_row(3) = with_lead(QStringLiteral("03152026"), QStringLiteral("09:30"), 15, 0);
-    EXPECT_EQ(make_series_rmdrs(s), 0);
+    EXPECT_EQ(make_series_rmdrs(s.store(), s.editing()), 0);
     const QStringList mar = member_lines(s, QStringLiteral("r2603.rmd"));
     ASSERT_EQ(mar.size(), 3);
     EXPECT_EQ(mar[0].mid(116, 1), "T");
@@ -330,7 +330,7 @@ TEST_F(SeriesRmdrs, RowsPastTheTableLimitArePassedOver) {
     for (int i = 1; i <= s.occur_count; ++i)
         *s.occur_row(i) = with_lead(first.addDays(i - 1).toString(QStringLiteral("MMddyyyy")),
                                     QStringLiteral("12:00"), 1, 1);
-    EXPECT_EQ(make_series_rmdrs(s), 0);
+    EXPECT_EQ(make_series_rmdrs(s.store(), s.editing()), 0);
     qsizetype lines = 0;
     for (const QString& m : s.archive.members(s.cal_path))
         if (m.endsWith(QStringLiteral(".rmd"))) lines += member_lines(s, m).size();
@@ -583,7 +583,7 @@ TEST_F(RemSetup, ZeroLeadAsksFirstAndNoKeepsTheDialogOpenWithTheLeadAlreadyZero)
     EXPECT_EQ(s.rem_lead, 0);
     EXPECT_EQ(s.rem_unit, 0) << "nothing after the question is stored";
 
-    frmRem1_Cancel(s, f);
+    frmRem1_Cancel(f);
     EXPECT_EQ(s.rem_lead, 0) << "Cancel keeps the lead written before the question";
 }
 
@@ -606,7 +606,7 @@ TEST_F(RemSetup, CancelKeepsTheWorkingValues) {
     frmRem1_Load(s, f);
     f.advComboN.list_index = 40;
     f.advComboInt.list_index = 2;
-    frmRem1_Cancel(s, f);
+    frmRem1_Cancel(f);
     EXPECT_EQ(s.rem_lead, 15);
     EXPECT_EQ(s.rem_unit, 1);
 }
@@ -615,7 +615,7 @@ TEST_F(RemSetup, BrowseOffersTheWavFilterWithItsNamePreset) {
     editing_row(false);
     frmRem1_Load(s, f);
     env.m.file_answers.push_back(QStringLiteral("/home/me/Sounds/chime.wav"));
-    Command5_Click(s, f);
+    Command5_Click(f);
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown.back().kind, "open");
     EXPECT_EQ(env.m.shown.back().text, "WAV Files (*.wav)|*.cal|MP3 Files (*.MP3)|*.MP3");
@@ -629,7 +629,7 @@ TEST_F(RemSetup, BrowseIgnoresThePatternsABlankAndNothing) {
     frmRem1_Load(s, f);
     for (const char* answer : {"*.wav", "*.MP3", " ", ""}) {
         env.m.file_answers.push_back(QString::fromLatin1(answer));
-        Command5_Click(s, f);
+        Command5_Click(f);
         EXPECT_EQ(f.alarmTxt, "/home/me/ring.wav") << answer;
     }
 }

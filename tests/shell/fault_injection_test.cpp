@@ -183,14 +183,14 @@ std::vector<Scenario> scenarios() {
         {"OptionsSave", calendar,
          [](EditorEnv& e) {
              e.s.menus.mnuTips = !e.s.menus.mnuTips;
-             save_options(e.s, e.w);
+             save_options(e.s.store(), e.s.view(), e.s.options(), e.w);
          },
          QStringLiteral("Error saving settings. Error Number : ")},
         {"FileNew", calendar,
          [](EditorEnv& e) {
              e.m.file_answers.push_back(e.dir.filePath(QStringLiteral("work.cal")));
              CalendarHooks h;
-             h.rebuild_view = [&e] { save_options(e.s, e.w); };
+             h.rebuild_view = [&e] { save_options(e.s.store(), e.s.view(), e.s.options(), e.w); };
              new_calendar(e.s, h);
          },
          QStringLiteral("Couldn't create new Calendar  ' "),

@@ -64,7 +64,7 @@ class OptionsTest : public ::testing::Test {
 };
 
 TEST_F(OptionsTest, MissingMemberGivesDefaultsAndSavesThemAtOnce) {
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(s.skin_name, QStringLiteral("mnuStdWindows"));
     EXPECT_EQ(s.start_view, QStringLiteral("dayvw"));
     EXPECT_EQ(s.last_used_date, QStringLiteral("11212026"));
@@ -84,7 +84,7 @@ TEST_F(OptionsTest, MissingMemberGivesDefaultsAndSavesThemAtOnce) {
 
 TEST_F(OptionsTest, CalendarWithoutOptionsMovesWindowToNinetyPercentOfWorkArea) {
     w.area = QRect(0, 450, 28800, 15000);
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.geometry, QRect(0, 450, 25920, 13500));
     EXPECT_EQ(s.form_height, 13500);
     EXPECT_EQ(s.form_width, 25920);
@@ -92,7 +92,7 @@ TEST_F(OptionsTest, CalendarWithoutOptionsMovesWindowToNinetyPercentOfWorkArea) 
 
 TEST_F(OptionsTest, StoredRowComesBackIntoEffect) {
     store_row(full_row());
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(s.skin_name, QStringLiteral("mnuForest"));
     EXPECT_EQ(s.anim_speed, 3);
     EXPECT_EQ(s.appt_back_color, 255u);
@@ -117,7 +117,7 @@ TEST_F(OptionsTest, EmptyFontNameTakesAllFiveFromTheDayGrid) {
     QStringList row = full_row();
     row[5].clear(); // name empty: size, colour, bold and italic are ignored
     store_row(row);
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(s.grid_font_name, QStringLiteral("DejaVu Serif"));
     EXPECT_EQ(s.grid_font_size, QStringLiteral("11"));
     EXPECT_EQ(s.grid_font_color, QString::number(rgb(10, 20, 30)));
@@ -130,7 +130,7 @@ TEST_F(OptionsTest, NoColourModeShowsChosenColourCheckedAfterLoad) {
     row[3] = QStringLiteral("3");
     store_row(row);
     s.vsSched.setBackColor(rgb(200, 200, 200));
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_TRUE(s.menus.mnuColorSelect);
     EXPECT_FALSE(s.menus.mnuColorY);
     EXPECT_EQ(s.appt_color_mode, QStringLiteral("3"));
@@ -143,7 +143,7 @@ TEST_F(OptionsTest, EmptyPlacementCellsTakeTheFixedSizeAndTheWorkAreaCorner) {
         row[c].clear();
     store_row(row);
     w.area = QRect(600, 450, 28800, 15000);
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(s.form_height, 8550);
     EXPECT_EQ(s.form_width, 11910);
     EXPECT_EQ(s.form_top, 450);
@@ -153,7 +153,7 @@ TEST_F(OptionsTest, EmptyPlacementCellsTakeTheFixedSizeAndTheWorkAreaCorner) {
 
 TEST_F(OptionsTest, ShorterRowFromOlderVersionIsRepairedToTwentyColumns) {
     store_row(full_row().mid(0, 15));
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(s.skin_name, QStringLiteral("mnuForest"));
     const Grid g = stored();
     EXPECT_EQ(g.Cols(), 20);
@@ -162,9 +162,9 @@ TEST_F(OptionsTest, ShorterRowFromOlderVersionIsRepairedToTwentyColumns) {
 }
 
 TEST_F(OptionsTest, SaveWithNoCalendarOpenShowsTheErrorNumber) {
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     s.cal_path.clear();
-    save_options(s, w);
+    save_options(s.store(), s.view(), s.options(), w);
     ASSERT_EQ(m.messages().size(), 1u);
     EXPECT_TRUE(
         m.messages()[0].startsWith(QStringLiteral("Error saving settings. Error Number : ")))
@@ -174,12 +174,12 @@ TEST_F(OptionsTest, SaveWithNoCalendarOpenShowsTheErrorNumber) {
 }
 
 TEST_F(OptionsTest, SaveWritesViewFlagsWindowAndToday) {
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     s.view_month = true;
     s.menus.mnuShowTimes = false;
     w.geometry = QRect(150, 300, 20000, 10000);
     clk.set(QDateTime(QDate(2026, 12, 2), QTime(9, 0)));
-    save_options(s, w);
+    save_options(s.store(), s.view(), s.options(), w);
     const Grid g = stored();
     EXPECT_EQ(g.TextMatrix(0, 10), QStringLiteral("mthvw"));
     EXPECT_EQ(g.TextMatrix(0, 11), QStringLiteral("F"));
@@ -194,9 +194,9 @@ TEST_F(OptionsTest, SaveWritesViewFlagsWindowAndToday) {
 
 TEST_F(OptionsTest, RestoreDefaultsSavesDefaultSkinButLeavesScreenAndStopsResizeLayout) {
     store_row(full_row());
-    load_options(s, w);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
     s.startup_move = false;
-    default_options(s, w);
+    default_options(s.store(), s.view(), s.options(), s.run(), w);
     // Not applied: the variables the screen was built from are left alone
     // except those the restore itself resets.
     EXPECT_EQ(s.vsSched.FontName(), QStringLiteral("DejaVu Sans Mono"));
@@ -205,7 +205,7 @@ TEST_F(OptionsTest, RestoreDefaultsSavesDefaultSkinButLeavesScreenAndStopsResize
     const int layouts = w.layouts;
     const QString saved_width = stored().TextMatrix(0, 14);
     w.geometry = QRect(0, 0, 16000, 9000);
-    Form_Resize(s, w);
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.layouts, layouts) << "resizing no longer lays out the planner";
     EXPECT_EQ(stored().TextMatrix(0, 14), saved_width) << "nor saves";
     EXPECT_NE(saved_width, QStringLiteral("16000"));
@@ -214,7 +214,7 @@ TEST_F(OptionsTest, RestoreDefaultsSavesDefaultSkinButLeavesScreenAndStopsResize
     next.app_path = s.app_path;
     next.cal_path = s.cal_path;
     testing::FakeWindow w2;
-    load_options(next, w2);
+    load_options(next.store(), next.view(), next.options(), next.run(), w2);
     EXPECT_EQ(next.skin_name, QStringLiteral("mnuStdWindows"));
 }
 

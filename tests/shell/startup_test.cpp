@@ -125,7 +125,7 @@ class ExitTest : public StartupTest {
 };
 
 TEST_F(ExitTest, NoPendingReminderEndsAtOnceWithoutAsking) {
-    confirm_exit(s, w);
+    confirm_exit(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.ends, 1);
     EXPECT_EQ(m.last(u"question"), nullptr);
 }
@@ -133,7 +133,7 @@ TEST_F(ExitTest, NoPendingReminderEndsAtOnceWithoutAsking) {
 TEST_F(ExitTest, PendingReminderTodayAndAnswerNoKeepsTheProgramRunning) {
     add_reminder(QDate(2026, 11, 21), QStringLiteral("F"), QStringLiteral("211000001111"));
     m.answers.push_back(Answer::No);
-    EXPECT_TRUE(Form_Unload(s, w)) << "the close is cancelled";
+    EXPECT_TRUE(Form_Unload(s.store(), s.view(), s.options(), s.run(), w)) << "the close is cancelled";
     EXPECT_TRUE(s.stay_open);
     EXPECT_EQ(w.ends, 0);
     ASSERT_NE(m.last(u"question"), nullptr);
@@ -146,26 +146,26 @@ TEST_F(ExitTest, PendingReminderTodayAndAnswerNoKeepsTheProgramRunning) {
 TEST_F(ExitTest, PendingReminderTodayAndAnswerYesEnds) {
     add_reminder(QDate(2026, 11, 21), QStringLiteral("F"), QStringLiteral("211000001111"));
     m.answers.push_back(Answer::Yes);
-    EXPECT_FALSE(Form_Unload(s, w));
+    EXPECT_FALSE(Form_Unload(s.store(), s.view(), s.options(), s.run(), w));
     EXPECT_EQ(w.ends, 1);
 }
 
 TEST_F(ExitTest, DeliveredReminderTodayAndOneDueTomorrowDoNotCount) {
     add_reminder(QDate(2026, 11, 21), QStringLiteral("T"), QStringLiteral("211000001111"));
     add_reminder(QDate(2026, 11, 22), QStringLiteral("F"), QStringLiteral("211000002222"));
-    confirm_exit(s, w);
+    confirm_exit(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.ends, 1);
     EXPECT_EQ(m.last(u"question"), nullptr);
 }
 
 TEST_F(ExitTest, ExitSavesTheOptionsWithToday) {
     clk.set(QDateTime(QDate(2026, 11, 22), QTime(0, 5)));
-    confirm_exit(s, w);
+    confirm_exit(s.store(), s.view(), s.options(), s.run(), w);
     AppState next;
     next.app_path = s.app_path;
     next.cal_path = cal();
     testing::FakeWindow w2;
-    load_options(next, w2);
+    load_options(next.store(), next.view(), next.options(), next.run(), w2);
     EXPECT_EQ(next.last_used_date, QStringLiteral("11222026"));
 }
 
@@ -173,7 +173,7 @@ TEST_F(ExitTest, WindowSavedOnVanishedMonitorComesBackToZeroAtNextResize) {
     s.form_left = 60000; // right of a 1920-pixel work area
     s.form_top = -3000;
     w.geometry = QRect(60000, -3000, 11910, 8550);
-    Form_Resize(s, w);
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.geometry.left(), 0);
     EXPECT_EQ(w.geometry.top(), 0);
     EXPECT_EQ(w.geometry.width(), 11910) << "the size is kept";
@@ -184,7 +184,7 @@ TEST_F(ExitTest, ResizeOnTheWorkAreaKeepsThePlaceAndLaysOut) {
     s.form_left = 1500;
     s.form_top = 900;
     const int layouts = w.layouts;
-    Form_Resize(s, w);
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
     EXPECT_EQ(w.geometry.left(), 1500);
     EXPECT_EQ(w.geometry.top(), 900);
     EXPECT_EQ(w.layouts, layouts + 1);
@@ -201,8 +201,8 @@ TEST_F(StartupTest, CalendarThatCannotBeWrittenIsToldOnceAtStartAndResizesStayQu
     io.set_read_only_path(cal());
     m.shown.clear();
     ASSERT_TRUE(start(s, w));
-    Form_Resize(s, w);
-    Form_Resize(s, w);
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
     io.set_read_only_path(QString());
     ASSERT_EQ(m.messages().size(), 1u);
     EXPECT_EQ(m.messages()[0],

@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
 // --- the rows ---------------------------------------------------------------
 
 TEST_F(DayGrid, RowsCarryTheFixedTwelveHourLabels) {
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     format_day_grid(s);
     ASSERT_EQ(s.vsSched.Rows(), 49);
     ASSERT_EQ(s.vsSched.Cols(), 20);
@@ -73,7 +73,7 @@ TEST_F(DayGrid, RowsCarryTheFixedTwelveHourLabels) {
 }
 
 TEST_F(DayGrid, SpacersHoldBlankAndAppointmentColumnsNothing) {
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     for (int c = 1; c < 20; c += 2) {
         EXPECT_EQ(data(s, 0, c), "blank") << c;
         EXPECT_EQ(data(s, 48, c), "blank") << c;
@@ -84,11 +84,11 @@ TEST_F(DayGrid, SpacersHoldBlankAndAppointmentColumnsNothing) {
 }
 
 TEST_F(DayGrid, RowHeightsFollowTheFontSize) {
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     EXPECT_EQ(s.vsSched.RowHeight(0), 800);
     EXPECT_EQ(s.vsSched.RowHeight(1), 270);
     s.grid_font_size = "18";
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     EXPECT_EQ(s.vsSched.RowHeight(1), 400);
     EXPECT_EQ(s.vsSched.RowHeight(48), 400);
 }
@@ -260,11 +260,11 @@ TEST_F(DayGrid, FindReportsWhereTheEntryLies) {
     env.add(env.entry("a", "09:00", "10:00", "First"));
     env.add(env.entry("b", "09:30", "10:30", "Second"));
     s.vsSched.Clear();
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     format_day_grid(s);
     s.edit_date = s.cur_date;
     int row = -1, col = -1;
-    fill_day_find(s, "b", row, col);
+    fill_day_find(s.store(), s.view(), s.options(), s.editing(), "b", row, col);
     EXPECT_EQ(row, 20);
     EXPECT_EQ(col, 4);
 }
@@ -312,9 +312,9 @@ TEST_F(DayGrid, TipShowsTimesAndTextOnAnEntryOnly) {
     rebuild(s);
     s.menus.mnuTips = true;
     vsSched_MouseDown(s, 1, 19, 2);
-    vsSched_MouseMove(s, 0, 19, 2);
+    vsSched_MouseMove(s.store(), s.view(), s.options(), 0, 19, 2);
     EXPECT_EQ(s.vsSched.ToolTipText(), "9:00 am - 10:30 am  Dentist");
-    vsSched_MouseMove(s, 0, 30, 2);
+    vsSched_MouseMove(s.store(), s.view(), s.options(), 0, 30, 2);
     EXPECT_EQ(s.vsSched.ToolTipText(), "");
 }
 
@@ -322,21 +322,21 @@ TEST_F(DayGrid, TipFollowsTheColumnOfTheLastPressNotTheMouse) {
     env.add(env.entry("a", "09:00", "10:30", "Dentist"));
     rebuild(s);
     vsSched_MouseDown(s, 1, 19, 0);
-    vsSched_MouseMove(s, 0, 19, 2);
+    vsSched_MouseMove(s.store(), s.view(), s.options(), 0, 19, 2);
     EXPECT_EQ(s.vsSched.ToolTipText(), "");
     s.menus.mnuTips = false;
     vsSched_MouseDown(s, 1, 19, 2);
-    vsSched_MouseMove(s, 0, 19, 2);
+    vsSched_MouseMove(s.store(), s.view(), s.options(), 0, 19, 2);
     EXPECT_EQ(s.vsSched.ToolTipText(), "");
 }
 
 TEST_F(DayGrid, ClickOnFreeCellDisablesTheEntryCommands) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
-    vsSched_Click(s, 19, 2);
+    vsSched_Click(s.store(), s.view(), s.options(), s.editing(), 19, 2);
     EXPECT_TRUE(s.ctl("mnuEditA").enabled);
     EXPECT_FALSE(s.new_appt);
-    vsSched_Click(s, 30, 2);
+    vsSched_Click(s.store(), s.view(), s.options(), s.editing(), 30, 2);
     EXPECT_FALSE(s.ctl("imgDtlAppt").enabled);
     EXPECT_FALSE(s.ctl("mnudelete").enabled);
     EXPECT_FALSE(s.ctl("mnuCopy").enabled);
@@ -348,7 +348,7 @@ TEST_F(DayGrid, ClickOnFreeCellDisablesTheEntryCommands) {
 TEST_F(DayGrid, ClickOnSpacerLeavesNewApptAlone) {
     rebuild(s);
     s.new_appt = false;
-    vsSched_Click(s, 19, 1);
+    vsSched_Click(s.store(), s.view(), s.options(), s.editing(), 19, 1);
     EXPECT_FALSE(s.new_appt);
     EXPECT_EQ(s.cur_col, 1);
 }
@@ -358,7 +358,7 @@ TEST_F(DayGrid, DoubleClickOnFreeRowHandsOverANewEntry) {
     s.timer1_enabled = true;
     bool ticking_inside = true;
     env.m.forms["frmAppt1"] = [&] { ticking_inside = s.timer1_enabled; };
-    vsSched_DblClick(s, 21, 2);
+    vsSched_DblClick(s.store(), s.view(), s.editing(), s.run(), 21, 2);
     ASSERT_NE(env.m.last(u"form"), nullptr);
     EXPECT_EQ(env.m.last(u"form")->text, "frmAppt1");
     EXPECT_FALSE(ticking_inside);
@@ -373,27 +373,27 @@ TEST_F(DayGrid, DoubleClickOnFreeRowHandsOverANewEntry) {
 TEST_F(DayGrid, DoubleClickOnEntryHandsOverItsRow) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
-    vsSched_DblClick(s, 20, 2);
+    vsSched_DblClick(s.store(), s.view(), s.editing(), s.run(), 20, 2);
     EXPECT_FALSE(s.new_appt);
     EXPECT_EQ(s.edit_index, 1);
 }
 
 TEST_F(DayGrid, DoubleClickInRowZeroStartsUntimed) {
     rebuild(s);
-    vsSched_DblClick(s, 0, 2);
+    vsSched_DblClick(s.store(), s.view(), s.editing(), s.run(), 0, 2);
     EXPECT_EQ(s.edit_start, " ");
 }
 
 TEST_F(DayGrid, DoubleClickOnSpacerDoesNothing) {
     rebuild(s);
-    vsSched_DblClick(s, 19, 1);
+    vsSched_DblClick(s.store(), s.view(), s.editing(), s.run(), 19, 1);
     EXPECT_TRUE(env.m.shown.empty());
 }
 
 TEST_F(DayGrid, DoubleClickWithoutCalendarAsksForOne) {
     rebuild(s);
     s.cal_path.clear();
-    vsSched_DblClick(s, 19, 2);
+    vsSched_DblClick(s.store(), s.view(), s.editing(), s.run(), 19, 2);
     ASSERT_EQ(env.m.messages().size(), 1u);
     EXPECT_EQ(env.m.messages()[0], " Select and Open a Calendar first");
     EXPECT_EQ(env.m.last(u"message")->style, MsgStyle::Warning);
@@ -446,7 +446,7 @@ TEST_F(DayGrid, TypedEntryRowIsFilledAsAOneTimeEntry) {
     rebuild(s);
     s.vsSched.setTextMatrix(21, 2, "Call Bob");
     s.appt_count = 1;
-    quick_appt_rec(s, 1, "151234560312", 21, 2);
+    quick_appt_rec(s.store(), s.view(), 1, "151234560312", 21, 2);
     const appt_rec& a = *s.appt_row(1);
     EXPECT_EQ(a.appt_first_date.str(), "03152026");
     EXPECT_EQ(a.appt_date.str(), "03152026");
@@ -477,10 +477,10 @@ class TypedTimes : public ::testing::TestWithParam<LabelCase> {};
 
 TEST_P(TypedTimes, RowLabelBecomesTwentyFourHourTime) {
     ViewEnv env;
-    build_day_rows(env.s);
+    build_day_rows(env.s.view(), env.s.options());
     env.s.vsSched.setTextMatrix(GetParam().row, 2, "x");
     env.s.appt_count = 1;
-    quick_appt_rec(env.s, 1, "id", GetParam().row, 2);
+    quick_appt_rec(env.s.store(), env.s.view(), 1, "id", GetParam().row, 2);
     EXPECT_EQ(env.s.appt_row(1)->appt_start.str(), GetParam().time);
     EXPECT_EQ(env.s.appt_row(1)->appt_end.str(), GetParam().time);
 }
@@ -558,7 +558,7 @@ TEST_F(TypedEntry, CancelledQuickAddStillKeepsAOneRowEntry) {
     rebuild(s);
     env.m.forms["frmQuick"] = [&] {
         QuickForm f;
-        frmQuick_Load(s, f);
+        frmQuick_Load(s.store(), s.view(), f);
         frmQuick_Cancel(s, f);
     };
     type(21, 2, "Call Bob");
@@ -660,7 +660,7 @@ TEST_F(TypedEntry, WithoutACalendarTheCellIsEmptied) {
 
 TEST_F(DayGrid, DayPictureShowsTheDayWithTheFirstBlockInThePane) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
-    imageDay_Click(s, env.w);
+    imageDay_Click(s.store(), s.view(), s.options(), s.editing(), env.w);
     EXPECT_TRUE(s.view_day);
     EXPECT_FALSE(s.view_week);
     EXPECT_FALSE(s.view_month);
@@ -678,8 +678,8 @@ TEST_F(DayGrid, DayPictureShowsTheDayWithTheFirstBlockInThePane) {
 }
 
 TEST_F(DayGrid, DayPictureOnTheDayPlannerOnlyRefreshes) {
-    imageDay_Click(s, env.w);
-    imageDay_Click(s, env.w);
+    imageDay_Click(s.store(), s.view(), s.options(), s.editing(), env.w);
+    imageDay_Click(s.store(), s.view(), s.options(), s.editing(), env.w);
     EXPECT_EQ(env.w.layouts, 1);
 }
 

@@ -22,7 +22,7 @@ class DetailPane : public ::testing::Test {
         s.cur_row = qint16(row);
         s.cur_col = qint16(col);
         s.vsSched.Select(row, col);
-        show_detail(s, row, col);
+        show_detail(s.store(), s.view(), s.options(), s.editing(), row, col);
     }
     const QString& frame() { return s.ctl("Frame2").text; }
 };
@@ -235,10 +235,10 @@ TEST_F(DetailPane, FreeCellEmptiesTheGridAndRowMinusOneDoesNothing) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
     select(19, 2);
-    show_detail(s, -1, 2);
+    show_detail(s.store(), s.view(), s.options(), s.editing(), -1, 2);
     EXPECT_EQ(s.edit_index, 1);
     EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "Dentist");
-    show_detail(s, 30, 2);
+    show_detail(s.store(), s.view(), s.options(), s.editing(), 30, 2);
     EXPECT_EQ(s.edit_index, 0);
     EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "");
 }
@@ -272,7 +272,7 @@ TEST_F(DetailPane, ForwardGoesToTheNextAppointment) {
     env.add(env.entry("b", "11:00", "11:30", "Lunch"));
     rebuild(s);
     select(19, 2);
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 23);
     EXPECT_EQ(s.cur_col, 2);
     EXPECT_EQ(s.vsSched.Row(), 23);
@@ -288,7 +288,7 @@ TEST_F(DetailPane, ForwardOnLastShowsNoMoreAndKeepsSelection) {
     env.add(env.entry("b", "11:00", "11:30", "Lunch"));
     rebuild(s);
     select(23, 2);
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, "No more appointments to display");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Warning);
@@ -303,13 +303,13 @@ TEST_F(DetailPane, TwoRowBlockIsVisitedOncePerRow) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
     select(19, 2);
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 20);
     EXPECT_EQ(s.cur_col, 2);
     EXPECT_EQ(s.edit_index, 1);
     EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "Dentist");
     EXPECT_TRUE(env.m.shown.empty());
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     ASSERT_EQ(env.m.messages().size(), 1u);
     EXPECT_EQ(env.m.messages()[0], "No more appointments to display");
 }
@@ -319,14 +319,14 @@ TEST_F(DetailPane, WalkSkipsSpacersAndFreeCells) {
     env.add(env.entry("b", "09:30", "11:00", "Meeting"));
     rebuild(s);
     select(19, 2);
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 20);
     EXPECT_EQ(s.cur_col, 2);
-    imgDtlNext_Click(s);
+    imgDtlNext_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 20);
     EXPECT_EQ(s.cur_col, 4);
     EXPECT_EQ(s.edit_index, 2);
-    imgDtlPrior_Click(s);
+    imgDtlPrior_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 20);
     EXPECT_EQ(s.cur_col, 2);
     EXPECT_EQ(s.edit_index, 1);
@@ -337,7 +337,7 @@ TEST_F(DetailPane, BackFromFirstColumnStartsOnTheRowAbove) {
     rebuild(s);
     s.cur_row = 20;
     s.cur_col = 1;
-    imgDtlPrior_Click(s);
+    imgDtlPrior_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 19);
     EXPECT_EQ(s.cur_col, 2);
     EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "Dentist");
@@ -347,7 +347,7 @@ TEST_F(DetailPane, BackOnFirstShowsNoPrior) {
     env.add(env.entry("a", "09:00", "09:30", "Dentist"));
     rebuild(s);
     select(19, 2);
-    imgDtlPrior_Click(s);
+    imgDtlPrior_Click(s.store(), s.view(), s.options(), s.editing());
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, "No prior appointments to display");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Warning);
@@ -360,7 +360,7 @@ TEST_F(DetailPane, BackAtTopLeftDoesNothing) {
     rebuild(s);
     s.cur_row = 0;
     s.cur_col = 1;
-    imgDtlPrior_Click(s);
+    imgDtlPrior_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_TRUE(env.m.shown.empty());
     EXPECT_EQ(s.cur_row, 0);
     EXPECT_EQ(s.cur_col, 1);
@@ -369,15 +369,15 @@ TEST_F(DetailPane, BackAtTopLeftDoesNothing) {
 TEST_F(DetailPane, ClickOnFreeCellKeepsWalkButtons) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
-    vsSched_Click(s, 19, 2);
+    vsSched_Click(s.store(), s.view(), s.options(), s.editing(), 19, 2);
     ASSERT_TRUE(s.ctl("imgDtlNext").enabled);
-    vsSched_Click(s, 30, 2);
+    vsSched_Click(s.store(), s.view(), s.options(), s.editing(), 30, 2);
     EXPECT_TRUE(s.ctl("imgDtlPrior").enabled);
     EXPECT_TRUE(s.ctl("imgDtlNext").enabled);
     EXPECT_FALSE(s.ctl("imgDtlAppt").enabled);
     EXPECT_FALSE(s.ctl("imgDtlNote").enabled);
     EXPECT_EQ(frame(), s.vsSched.TextMatrix(30, 0));
-    imgDtlPrior_Click(s);
+    imgDtlPrior_Click(s.store(), s.view(), s.options(), s.editing());
     EXPECT_EQ(s.cur_row, 20);
     EXPECT_EQ(s.cur_col, 2);
     EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "Dentist");
@@ -393,7 +393,7 @@ TEST_F(DetailPane, EditPictureHandsTheCurrentCellToTheEditor) {
     s.timer1_enabled = true;
     bool tick_off = false;
     env.m.forms["frmAppt1"] = [&] { tick_off = !s.timer1_enabled; };
-    imgDtlAppt_Click(s);
+    imgDtlAppt_Click(s.store(), s.view(), s.editing(), s.run());
     ASSERT_NE(env.m.last(u"form"), nullptr);
     EXPECT_EQ(env.m.last(u"form")->text, "frmAppt1");
     EXPECT_TRUE(tick_off);
@@ -407,7 +407,7 @@ TEST_F(DetailPane, EditPictureHandsTheCurrentCellToTheEditor) {
 
 TEST_F(DetailPane, DoubleClickInDetailsNeedsAnAppointment) {
     clear_detail(s);
-    vsDtl_DblClick(s);
+    vsDtl_DblClick(s.store(), s.view(), s.editing(), s.run());
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, "Add an appointment first!");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Information);
@@ -415,13 +415,13 @@ TEST_F(DetailPane, DoubleClickInDetailsNeedsAnAppointment) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
     select(19, 2);
-    vsDtl_DblClick(s);
+    vsDtl_DblClick(s.store(), s.view(), s.editing(), s.run());
     EXPECT_EQ(env.m.last(u"form")->text, "frmAppt1");
     EXPECT_EQ(s.edit_index, 1);
 }
 
 TEST_F(DetailPane, KeyInDetailsPointsToTheToolbar) {
-    vsDtl_KeyDown(s);
+    vsDtl_KeyDown();
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text,
               " Click the Edit Appointment button on the toolbar to edit appointments");
@@ -479,7 +479,7 @@ TEST_F(DetailPane, Utf8ChangedNoteIsWrittenAndShownWithinItsBytes) {
     QString typed;
     env.m.forms["frmNotes"] = [&] {
         NotesForm f;
-        frmNotes_Load(s, f);
+        frmNotes_Load(s.options(), s.editing(), f);
         EXPECT_EQ(f.rtNotes, "Встреча");
         f.rtNotes = typed;
         frmNotes_OK(s, f);
@@ -494,7 +494,7 @@ TEST_F(DetailPane, Utf8ChangedNoteIsWrittenAndShownWithinItsBytes) {
     // 67 characters of three bytes are 201 for a field of 200.
     env.m.forms["frmNotes"] = [&] {
         NotesForm f;
-        frmNotes_Load(s, f);
+        frmNotes_Load(s.options(), s.editing(), f);
         f.rtNotes = QString(67, u'会');
         frmNotes_OK(s, f);
     };
@@ -529,7 +529,7 @@ TEST_F(DetailPane, CalendarUpdatedStaysUntilTheNextRecount) {
     select(19, 2);
     imgDtlNote_Click(s);
     ASSERT_EQ(s.status_panels["nbrAppts "].text, " Calendar Updated ");
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(s.status_panels["nbrAppts "].text, "1   Appointment");
 }
 

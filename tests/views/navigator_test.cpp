@@ -39,8 +39,8 @@ class Navigator : public ::testing::Test {
 
     // The navigator as start-up leaves it: lists filled, cur_date's month shown.
     void show_month() {
-        docombos(s);
-        fill_cal(s, s.cur_date);
+        docombos(s.store(), s.view());
+        fill_cal(s.store(), s.view(), s.cur_date);
     }
     void move_clock(const QDate& d) {
         env.clock.set(QDateTime(d, QTime(9, 10)));
@@ -102,7 +102,7 @@ TEST_F(Navigator, TodaysDayNumberIsWhiteAndBold) {
 }
 
 TEST_F(Navigator, TodaysNumberIsMarkedInAnyMonthShown) {
-    fill_cal(s, QDate(2026, 8, 10));
+    fill_cal(s.store(), s.view(), QDate(2026, 8, 10));
     const auto [r, c] = cell_of(s.Cal, 15);
     ASSERT_GE(r, 1);
     EXPECT_EQ(back(s.Cal, r, c), white);
@@ -139,7 +139,7 @@ TEST_F(Navigator, FillResetsThePickColour) {
 }
 
 TEST_F(Navigator, SaturdayStart31DaysFillsSixRows) {
-    fill_cal(s, QDate(2026, 8, 1));
+    fill_cal(s.store(), s.view(), QDate(2026, 8, 1));
     EXPECT_EQ(s.first_wday, 6);
     EXPECT_EQ(s.Cal.TextMatrix(1, 6), " 1");
     EXPECT_EQ(s.Cal.TextMatrix(1, 5), "");
@@ -150,7 +150,7 @@ TEST_F(Navigator, SaturdayStart31DaysFillsSixRows) {
 }
 
 TEST_F(Navigator, CommonFebruaryFromSundayFillsFourRowsSizedForSix) {
-    fill_cal(s, QDate(2026, 2, 10));
+    fill_cal(s.store(), s.view(), QDate(2026, 2, 10));
     EXPECT_EQ(s.month_days, 28);
     EXPECT_EQ(s.Cal.TextMatrix(1, 0), " 1");
     EXPECT_EQ(s.Cal.TextMatrix(4, 6), " 28");
@@ -208,13 +208,13 @@ TEST_F(Navigator, MarkingRowZeroDoesNothing) {
 TEST_F(Navigator, MarkCurDayFindsTheDayNumber) {
     s.cur_date = QDate(2026, 3, 12);
     show_month();
-    mark_cur_day(s);
+    mark_cur_day(s.store(), s.view());
     EXPECT_EQ(s.cal_row, 2);
     EXPECT_EQ(s.cal_col, 4);
     EXPECT_EQ(back(s.Cal, 2, 4), pick);
     // " 1" is not a full match for 12 nor is " 12" for 1.
     s.cur_date = QDate(2026, 3, 1);
-    mark_cur_day(s);
+    mark_cur_day(s.store(), s.view());
     EXPECT_EQ(s.cal_sel_row, 1);
     EXPECT_EQ(s.cal_sel_col, 0);
 }
@@ -223,7 +223,7 @@ TEST_F(Navigator, MarkCurDayFindsTheDayNumber) {
 
 TEST_F(Navigator, ListsHoldMonthNamesAndYearsFrom2001ToFifteenAhead) {
     s.combo_lock = true;
-    docombos(s);
+    docombos(s.store(), s.view());
     ASSERT_EQ(s.Combo1.items.size(), 12);
     EXPECT_EQ(s.Combo1.items.front(), "January");
     EXPECT_EQ(s.Combo1.items[8], "September");
@@ -238,7 +238,7 @@ TEST_F(Navigator, ListsHoldMonthNamesAndYearsFrom2001ToFifteenAhead) {
 
 TEST_F(Navigator, YearOutsideTheListPointsAtTheFirst) {
     s.cur_date = QDate(1999, 6, 1);
-    docombos(s);
+    docombos(s.store(), s.view());
     EXPECT_EQ(s.Combo2.list_index, 0);
     EXPECT_EQ(s.Combo1.text(), "June");
 }
@@ -246,9 +246,9 @@ TEST_F(Navigator, YearOutsideTheListPointsAtTheFirst) {
 TEST_F(Navigator, SyncCombosLoadsOnlyAnotherMonth) {
     env.add(make_appt("04022026", "apr", "09:00", "April thing"));
     show_month();
-    sync_combos(s, QDate(2026, 3, 28));
+    sync_combos(s.store(), s.view(), QDate(2026, 3, 28));
     EXPECT_EQ(s.appt_count, 0);
-    sync_combos(s, QDate(2026, 4, 2));
+    sync_combos(s.store(), s.view(), QDate(2026, 4, 2));
     EXPECT_EQ(s.Combo1.text(), "April");
     EXPECT_EQ(s.Combo2.text(), "2026");
     EXPECT_FALSE(s.combo_lock);
@@ -414,8 +414,8 @@ TEST_F(Navigator, ClickOnEmptyCellOrHeaderDoesNothing) {
     EXPECT_EQ(back(s.Cal, 5, 3), s.Cal.BackColor());
     EXPECT_EQ(s.vsSched.Rows(), 0);
     EXPECT_TRUE(s.timer1_enabled);
-    Cal_DblClick(s, 0, 3);
-    Cal_DblClick(s, 5, 3);
+    Cal_DblClick(s.store(), s.view(), s.editing(), s.run(), 0, 3);
+    Cal_DblClick(s.store(), s.view(), s.editing(), s.run(), 5, 3);
     EXPECT_TRUE(env.m.shown.empty());
 }
 
@@ -429,7 +429,7 @@ TEST_F(Navigator, DoubleClickOpensRowOfTwoCharacterIndex) {
     ASSERT_EQ(s.appt_row(123)->appt_id.trimmed(), "early");
     show_month();
     const auto [r, c] = cell_of(s.Cal, 20);
-    Cal_DblClick(s, r, c);
+    Cal_DblClick(s.store(), s.view(), s.editing(), s.run(), r, c);
     EXPECT_EQ(s.edit_index, 12);
     EXPECT_FALSE(s.new_appt);
     EXPECT_TRUE(s.appt_from_planner);
@@ -445,7 +445,7 @@ TEST_F(Navigator, DoubleClickOnFreeDayStartsAnEntryAtTheClock) {
     s.rem_anim = 4;
     s.edit_index = 9;
     const auto [r, c] = cell_of(s.Cal, 21);
-    Cal_DblClick(s, r, c);
+    Cal_DblClick(s.store(), s.view(), s.editing(), s.run(), r, c);
     EXPECT_TRUE(s.new_appt);
     EXPECT_EQ(s.rem_lead, 0);
     EXPECT_EQ(s.rem_unit, 0);
@@ -461,7 +461,7 @@ TEST_F(Navigator, DoubleClickWithoutCalendarWarns) {
     show_month();
     s.cal_path.clear();
     const auto [r, c] = cell_of(s.Cal, 21);
-    Cal_DblClick(s, r, c);
+    Cal_DblClick(s.store(), s.view(), s.editing(), s.run(), r, c);
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, " Select and Open a Calendar first");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Warning);
@@ -485,7 +485,7 @@ TEST_F(Navigator, ArrowAcrossMonthEndLoadsThroughSyncCombos) {
     env.add(make_appt("04012026", "apr", "09:00", "April fool"));
     ASSERT_EQ(s.appt_count, 0);
     show_month();
-    ImageArrow_Click(s, env.w, 1);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 4, 1));
     EXPECT_EQ(s.edit_date, QDate(2026, 4, 1));
     EXPECT_EQ(s.Combo1.text(), "April");
@@ -504,7 +504,7 @@ TEST_F(Navigator, ArrowWithinTheMonthReadsNothing) {
     env.add(make_appt("03142026", "a", "09:00", "Dentist"));
     show_month();
     s.appt_row(1)->appt_text = QStringLiteral("Only in memory");
-    ImageArrow_Click(s, env.w, 0);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
     EXPECT_TRUE(s.vsSched.TextMatrix(19, 2).endsWith("Only in memory"));
 }
@@ -512,10 +512,10 @@ TEST_F(Navigator, ArrowWithinTheMonthReadsNothing) {
 TEST_F(Navigator, ArrowInWeekPlannerStepsAWeek) {
     show_month();
     s.view_week = true;
-    ImageArrow_Click(s, env.w, 1);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 22));
-    ImageArrow_Click(s, env.w, 0);
-    ImageArrow_Click(s, env.w, 0);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 8));
 }
 
@@ -524,7 +524,7 @@ TEST_F(Navigator, ArrowInMonthPlannerStepsADayAndLoadsNothing) {
     env.add(make_appt("04012026", "apr", "09:00", "April fool"));
     show_month();
     s.view_month = true;
-    ImageArrow_Click(s, env.w, 1);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 4, 1));
     EXPECT_EQ(s.Combo1.text(), "March");
     EXPECT_EQ(s.appt_count, 0);
@@ -533,7 +533,7 @@ TEST_F(Navigator, ArrowInMonthPlannerStepsADayAndLoadsNothing) {
 TEST_F(Navigator, ArrowWithoutCalendarShowsPlainMessage) {
     show_month();
     s.cal_path.clear();
-    ImageArrow_Click(s, env.w, 1);
+    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, " Select and Open a Calendar first");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Plain);
@@ -561,13 +561,13 @@ TEST_F(Navigator, ArrowTipsFollowThePlanner) {
 
 TEST_F(Navigator, TabStepsForwardAndShiftTabBack) {
     show_month();
-    EXPECT_TRUE(Cal_KeyDown(s, env.w, key_tab, false));
+    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_tab, false));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 16));
-    EXPECT_TRUE(Cal_KeyDown(s, env.w, key_tab, true));
+    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_tab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
-    EXPECT_TRUE(Cal_KeyDown(s, env.w, key_backtab, true));
+    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_backtab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
-    EXPECT_FALSE(Cal_KeyDown(s, env.w, 0x41, false));
+    EXPECT_FALSE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, 0x41, false));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
 }
 

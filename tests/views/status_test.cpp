@@ -45,21 +45,21 @@ class Status : public ::testing::Test {
 
 TEST_F(Status, JanuaryFirstIsDayOne) {
     s.cur_date = QDate(2026, 1, 1);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Day   1");
     EXPECT_EQ(panel("daysLeft"), "364 Days remain");
     s.cur_date = QDate(2028, 1, 1);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("daysLeft"), "365 Days remain");
 }
 
 TEST_F(Status, DecemberThirtyFirstLeavesNothing) {
     s.cur_date = QDate(2026, 12, 31);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Day   365");
     EXPECT_EQ(panel("daysLeft"), "0 Days remain");
     s.view_week = true;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Week   52");
     EXPECT_EQ(panel("daysLeft"), "0 Weeks remain");
 }
@@ -67,18 +67,18 @@ TEST_F(Status, DecemberThirtyFirstLeavesNothing) {
 TEST_F(Status, FirstSixDaysAreWeekZero) {
     s.view_week = true;
     s.cur_date = QDate(2026, 1, 6);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Week   0");
     EXPECT_EQ(panel("daysLeft"), "52 Weeks remain");
     s.cur_date = QDate(2026, 1, 7);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Week   1");
     EXPECT_EQ(panel("daysLeft"), "51 Weeks remain");
 }
 
 TEST_F(Status, DayPlannerPanels) {
     s.day_appts = 3;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "3   Appointments");
     EXPECT_EQ(panel("cFile"), s.cal_path);
     EXPECT_EQ(panel("yrDay"), "  Day   74");
@@ -89,7 +89,7 @@ TEST_F(Status, WeekPlannerCountsTheWeek) {
     s.view_week = true;
     s.day_appts = 1;
     s.week_appts = 9;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "9   Appointments");
     EXPECT_EQ(panel("yrDay"), "  Week   10");
     EXPECT_EQ(panel("daysLeft"), "42 Weeks remain");
@@ -97,21 +97,21 @@ TEST_F(Status, WeekPlannerCountsTheWeek) {
 
 TEST_F(Status, MonthPlannerShowsTheMonth) {
     s.view_month = true;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Month   3");
     EXPECT_EQ(panel("daysLeft"), "9 months remain");
     s.cur_date = QDate(2026, 12, 1);
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("yrDay"), "  Month   12");
     EXPECT_EQ(panel("daysLeft"), "0 months remain");
 }
 
 TEST_F(Status, SingularForOnePluralForNone) {
     s.day_appts = 1;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "1   Appointment");
     s.day_appts = 0;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "0   Appointments");
 }
 
@@ -120,23 +120,23 @@ TEST_F(Status, MonthCountIsAllLoadedRows) {
     s.view_month = true;
     s.day_appts = 2;
     s.month_appts = 7;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "7   Appointments");
     s.month_appts = 1;
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("nbrAppts "), "1   Appointment");
 }
 
 TEST_F(Status, FileIsTheCalendarPathAsItStands) {
     s.cal_path.clear();
-    show_status(s);
+    show_status(s.store(), s.view());
     EXPECT_EQ(panel("cFile"), "");
 }
 
 TEST_F(Status, RecountEnablesClockPrintAndLabels) {
     for (const char* n : {"imageClock", "imagePrint", "Label2", "Label7"})
         s.ctl(n).enabled = false;
-    show_status(s);
+    show_status(s.store(), s.view());
     for (const char* n : {"imageClock", "imagePrint", "Label2", "Label7"})
         EXPECT_TRUE(s.ctl(n).enabled) << n;
 }

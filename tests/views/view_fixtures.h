@@ -21,10 +21,10 @@ namespace orva::testing {
 inline void rebuild(AppState& s) {
     s.vsSched.Clear();
     format_day_grid(s);
-    build_day_rows(s);
+    build_day_rows(s.view(), s.options());
     s.first_row.clear();
     s.first_col.clear();
-    fill_day(s);
+    fill_day(s.store(), s.view(), s.options());
     size_sched_cols(s);
 }
 

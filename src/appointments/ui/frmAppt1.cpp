@@ -59,7 +59,7 @@ FrmAppt1::FrmAppt1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setModal(true);
     build();
     s_.appt_form = &f_;
-    init_appt_form(s_, f_);
+    init_appt_form(s_.store(), s_.options(), s_.editing(), s_.run(), f_);
     render();
     connect_events();
     // The prompt is there to be typed over.
@@ -230,13 +230,13 @@ void FrmAppt1::connect_events() {
     connect(apptDTPicker_, &QDateEdit::dateChanged, this,
             [this] { run([this] { apptDTPicker_Change(s_, f_); }); });
     connect(aptTimePick1_, &QTimeEdit::timeChanged, this,
-            [this] { run([this] { aptTimePick1_Change(s_, f_); }); });
+            [this] { run([this] { aptTimePick1_Change(s_.options(), s_.editing(), f_); }); });
     connect(aptTimePick2_, &QTimeEdit::timeChanged, this,
             [this] { run([this] { aptTimePick2_Change(s_, f_); }); });
-    connect(Check1_, &QCheckBox::clicked, this, [this] { run([this] { Check1_Click(s_, f_); }); });
+    connect(Check1_, &QCheckBox::clicked, this, [this] { run([this] { Check1_Click(f_); }); });
     connect(Check2_, &QCheckBox::clicked, this, [this] { run([this] { Check2_Click(s_, f_); }); });
     connect(Command4_, &QToolButton::clicked, this,
-            [this] { run([this] { Command4_Click(s_, f_); }); });
+            [this] { run([this] { Command4_Click(f_); }); });
     connect(cmdRem_, &QToolButton::clicked, this,
             [this] { run([this] { cmdRem_Click(s_, f_); }); });
     connect(Image6_, &QToolButton::clicked, this,

@@ -63,7 +63,7 @@ FrmNotes::FrmNotes(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
             [this](int pos, int, int added) { change_end_ = pos + added; });
     connect(rtNotes_, &QPlainTextEdit::textChanged, this, &FrmNotes::enforce_limit);
 
-    frmNotes_Load(s_, f_);
+    frmNotes_Load(s_.options(), s_.editing(), f_);
     render();
     place(parent);
 }

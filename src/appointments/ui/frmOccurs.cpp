@@ -113,7 +113,7 @@ FrmOccurs::FrmOccurs(AppState& s, ApptForm& editor, QWidget* parent)
     connect(Command2_, &QPushButton::clicked, this, &FrmOccurs::accept);
     connect(Command1_, &QPushButton::clicked, this, &FrmOccurs::reject);
 
-    frmOccurs_Load(s_, editor_, f_);
+    frmOccurs_Load(s_.view(), s_.editing(), editor_, f_);
     render();
     place();
 }

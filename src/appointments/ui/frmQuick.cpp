@@ -57,7 +57,7 @@ FrmQuick::FrmQuick(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     connect(Command1_, &QPushButton::clicked, this, &FrmQuick::accept);
     connect(Command2_, &QPushButton::clicked, this, &FrmQuick::reject);
 
-    frmQuick_Load(s_, f_);
+    frmQuick_Load(s_.store(), s_.view(), f_);
     render();
     place(parent);
 }

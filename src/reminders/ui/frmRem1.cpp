@@ -133,7 +133,7 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     connect(Command2_, &QPushButton::clicked, this, &FrmRem1::reject);
     connect(Command5_, &QPushButton::clicked, this, [this] {
         collect();
-        Command5_Click(s_, f_);
+        Command5_Click(f_);
         render();
     });
     // activated, not currentIndexChanged: a choice of the item already shown
@@ -201,7 +201,7 @@ void FrmRem1::accept() {
 
 void FrmRem1::reject() {
     collect();
-    frmRem1_Cancel(s_, f_);
+    frmRem1_Cancel(f_);
     QDialog::reject();
 }
 

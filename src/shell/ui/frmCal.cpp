@@ -286,21 +286,21 @@ void frmCal::build_menus() {
         run([this] {
             s_.menus.mnuTips = !s_.menus.mnuTips;
             if (!s_.menus.mnuTips) s_.vsSched.setToolTipText(QString());
-            save_options(s_, *this);
+            save_options(s_.store(), s_.view(), s_.options(), *this);
         });
         sync_menus();
     });
     connect(mnuShowTimes, &QAction::triggered, this, [this] {
         run([this] {
             s_.menus.mnuShowTimes = !s_.menus.mnuShowTimes;
-            if (s_.view_day) imageDay_Click(s_, *this);
+            if (s_.view_day) imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
         });
         sync_menus();
     });
     connect(mnuStat, &QAction::triggered, this, [this] {
         run([this] {
             mnuStat_Click(s_, *this);
-            save_options(s_, *this);
+            save_options(s_.store(), s_.view(), s_.options(), *this);
         });
         sync_menus();
     });
@@ -308,9 +308,9 @@ void frmCal::build_menus() {
 
 void frmCal::connect_day_grid() {
     connect(vsSched, &GridWidget::cellClicked, this,
-            [this](int r, int c) { run([&] { vsSched_Click(s_, r, c); }); });
+            [this](int r, int c) { run([&] { vsSched_Click(s_.store(), s_.view(), s_.options(), s_.editing(), r, c); }); });
     connect(vsSched, &GridWidget::cellDoubleClicked, this,
-            [this](int r, int c) { run([&] { vsSched_DblClick(s_, r, c); }); });
+            [this](int r, int c) { run([&] { vsSched_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); }); });
     connect(vsSched, &GridWidget::beforeEdit, this, [this](int r, int c, bool* cancel) {
         const int row0 = s_.vsSched.Row(), col0 = s_.vsSched.Col();
         edit_before_ = s_.vsSched.TextMatrix(r, c);
@@ -344,7 +344,7 @@ void frmCal::connect_day_grid() {
             [this](int, int, Qt::MouseButton, Qt::KeyboardModifiers) { vsSched_MouseUp(s_); });
     connect(vsSched, &GridWidget::mouseMoved, this,
             [this](int r, int c, Qt::MouseButtons b, Qt::KeyboardModifiers) {
-                vsSched_MouseMove(s_, int(b), r, c);
+                vsSched_MouseMove(s_.store(), s_.view(), s_.options(), int(b), r, c);
             });
     connect(vsSched, &GridWidget::rightClicked, this,
             [this](int, int, const QPoint& at) { mnuEdit->popup(at); });
@@ -356,11 +356,11 @@ void frmCal::connect_navigator() {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
-    clicked("imageDay", [this] { imageDay_Click(s_, *this); });
+    clicked("imageDay", [this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
     clicked("imageReminder", [this] { imageReminder_Click(s_); });
     clicked("imageClock", [this] { imageClock_Click(s_); });
-    clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
-    clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
+    clicked("ImageArrow0", [this] { ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 0); });
+    clicked("ImageArrow1", [this] { ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
     clicked("imgNextMth", [this] { imgNextMth_Click(s_, *this); });
     for (const char* n : {"ImageArrow0", "ImageArrow1"})
@@ -380,14 +380,14 @@ void frmCal::connect_navigator() {
     connect(Cal, &GridWidget::cellClicked, this,
             [this](int r, int c) { run([&] { Cal_Click(s_, *this, r, c); }); });
     connect(Cal, &GridWidget::cellDoubleClicked, this,
-            [this](int r, int c) { run([&] { Cal_DblClick(s_, r, c); }); });
+            [this](int r, int c) { run([&] { Cal_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); }); });
     connect(Cal, &GridWidget::keyDown, this,
             [this](int, int, int key, Qt::KeyboardModifiers mods, bool* swallow) {
                 const bool back = key == Qt::Key_Backtab;
                 if (key != Qt::Key_Tab && !back) return;
                 run([&] {
                     *swallow =
-                        Cal_KeyDown(s_, *this, Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
+                        Cal_KeyDown(s_.store(), s_.view(), s_.options(), s_.editing(), *this, Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
                 });
             });
 }
@@ -403,12 +403,12 @@ void frmCal::connect_pane() {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
-    clicked("imgDtlAppt", [this] { imgDtlAppt_Click(s_); });
+    clicked("imgDtlAppt", [this] { imgDtlAppt_Click(s_.store(), s_.view(), s_.editing(), s_.run()); });
     clicked("imgDtlNote", [this] { imgDtlNote_Click(s_); });
-    clicked("imgDtlPrior", [this] { imgDtlPrior_Click(s_); });
-    clicked("imgDtlNext", [this] { imgDtlNext_Click(s_); });
+    clicked("imgDtlPrior", [this] { imgDtlPrior_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
+    clicked("imgDtlNext", [this] { imgDtlNext_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
     connect(vsDtl, &GridWidget::cellDoubleClicked, this,
-            [this](int, int) { run([this] { vsDtl_DblClick(s_); }); });
+            [this](int, int) { run([this] { vsDtl_DblClick(s_.store(), s_.view(), s_.editing(), s_.run()); }); });
     connect(vsDtl, &GridWidget::keyDown, this,
             [this](int, int, int key, Qt::KeyboardModifiers, bool* swallow) {
                 // Moving about the facts is reading; anything else would be editing.
@@ -416,7 +416,7 @@ void frmCal::connect_pane() {
                     key == Qt::Key_Down || key == Qt::Key_Left || key == Qt::Key_Right)
                     return;
                 *swallow = true;
-                run([this] { vsDtl_KeyDown(s_); });
+                run([this] { vsDtl_KeyDown(); });
             });
 }
 
@@ -483,11 +483,11 @@ void frmCal::sync_controls() {
 
 CalendarHooks frmCal::calendar_hooks() {
     CalendarHooks h;
-    h.load_options = [this] { load_options(s_, *this); };
+    h.load_options = [this] { load_options(s_.store(), s_.view(), s_.options(), s_.run(), *this); };
     h.rebuild_view = [this] {
-        if (s_.view_day) imageDay_Click(s_, *this);
+        if (s_.view_day) imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
         layout_view();
-        save_options(s_, *this);
+        save_options(s_.store(), s_.view(), s_.options(), *this);
     };
     h.enable_delete = [this](bool on) {
         s_.delete_enabled = on;
@@ -515,7 +515,7 @@ bool frmCal::start(SingleInstance& instance) {
 
 void frmCal::mnuExit_Click() {
     s_.stay_open = false;
-    confirm_exit(s_, *this);
+    confirm_exit(s_.store(), s_.view(), s_.options(), s_.run(), *this);
     if (!s_.stay_open) close();
 }
 
@@ -524,7 +524,7 @@ void frmCal::closeEvent(QCloseEvent* e) {
         e->accept();
         return;
     }
-    if (Form_Unload(s_, *this))
+    if (Form_Unload(s_.store(), s_.view(), s_.options(), s_.run(), *this))
         e->ignore();
     else
         e->accept();
@@ -532,7 +532,7 @@ void frmCal::closeEvent(QCloseEvent* e) {
 
 void frmCal::resizeEvent(QResizeEvent* e) {
     QMainWindow::resizeEvent(e);
-    if (started_ && isVisible()) Form_Resize(s_, *this);
+    if (started_ && isVisible()) Form_Resize(s_.store(), s_.view(), s_.options(), s_.run(), *this);
 }
 
 void frmCal::moveEvent(QMoveEvent* e) {
