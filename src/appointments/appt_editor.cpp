@@ -21,10 +21,10 @@ QTime work_time(const QString& text, int fallback_hour) {
     const QTime t = QLocale::c().toTime(text.trimmed(), QStringLiteral("h:mm:ss AP"));
     return t.isValid() ? t : QTime(fallback_hour, 0);
 }
-QTime work_start_time(OptionsState& options) {
+QTime work_start_time(const OptionsState& options) {
     return work_time(options.work_start, 8);
 }
-QTime work_end_time(OptionsState& options) {
+QTime work_end_time(const OptionsState& options) {
     return work_time(options.work_end, 17);
 }
 
@@ -44,8 +44,9 @@ QTime handed_time(const QString& text) {
 }
 
 // Check2 follows the pickers: ticked exactly when they stand on the working day.
-void follow_all_day(OptionsState& options, ApptForm& f) {
-    f.Check2 = f.aptTimePick1 == work_start_time(options) && f.aptTimePick2 == work_end_time(options);
+void follow_all_day(const OptionsState& options, ApptForm& f) {
+    f.Check2 =
+        f.aptTimePick1 == work_start_time(options) && f.aptTimePick2 == work_end_time(options);
 }
 
 void set_timed(ApptForm& f, bool timed) {
@@ -54,7 +55,8 @@ void set_timed(ApptForm& f, bool timed) {
     f.Check2_enabled = timed;
 }
 
-void load_existing(OptionsState& options, EditorState& editing, ApptForm& f, const appt_rec& a) {
+void load_existing(const OptionsState& options, EditorState& editing, ApptForm& f,
+                   const appt_rec& a) {
     f.Text1 = rtrim(a.appt_text);
     f.was_text = f.Text1;
     f.was_type = rtrim(a.appt_type);
@@ -115,7 +117,8 @@ void load_new(EditorState& editing, ApptForm& f) {
     f.caption = QStringLiteral("New Appointment");
     f.Text1 = text1_prompt;
     f.typeIcombo.list_index = f.typeIcombo.items.empty() ? -1 : 0;
-    editing.occ_period = editing.occ_every = editing.occ_ordinal = editing.occ_weekday = editing.occ_month = 0;
+    editing.occ_period = editing.occ_every = editing.occ_ordinal = editing.occ_weekday =
+        editing.occ_month = 0;
     editing.occ_by_period = true;
     editing.occ_by_weekday = false;
     f.apptDTPicker = editing.edit_date;
@@ -155,7 +158,8 @@ QString end_text(const ApptForm& f) {
     return f.aptTimePick2.toString(hhmm);
 }
 
-void init_appt_form(Shared& store, OptionsState& options, EditorState& editing, RunState& run, ApptForm& f) {
+void init_appt_form(const Shared& store, const OptionsState& options, EditorState& editing,
+                    RunState& run, ApptForm& f) {
     run.timer1_enabled = false;
     editing.appt_changed = false;
     f.timed_touched = false;
@@ -200,7 +204,7 @@ void Check1_Click(ApptForm& f) {
     f.timed_touched = true;
 }
 
-void Check2_Click(OptionsState& options, ApptForm& f) {
+void Check2_Click(const OptionsState& options, ApptForm& f) {
     if (f.Check2) {
         f.aptTimePick1 = QTime(8, 0);
         f.aptTimePick2 = QTime(17, 0);
@@ -212,14 +216,14 @@ void Check2_Click(OptionsState& options, ApptForm& f) {
     f.timed_touched = true;
 }
 
-void aptTimePick1_Change(OptionsState& options, EditorState& editing, ApptForm& f) {
+void aptTimePick1_Change(const OptionsState& options, const EditorState& editing, ApptForm& f) {
     // The end follows the start until the user touches it.
     if (editing.new_appt && !f.end_touched && f.aptTimePick2 != f.aptTimePick1)
         f.aptTimePick2 = f.aptTimePick1;
     follow_all_day(options, f);
 }
 
-void aptTimePick2_Change(OptionsState& options, ApptForm& f) {
+void aptTimePick2_Change(const OptionsState& options, ApptForm& f) {
     f.end_touched = true;
     follow_all_day(options, f);
 }
@@ -227,10 +231,11 @@ void aptTimePick2_Change(OptionsState& options, ApptForm& f) {
 void apptDTPicker_Change(EditorState& editing, ApptForm& f) {
     // Moving the first date of a period rule resets its end to that date; the
     // user sets the rule again to keep a series.
-    if (editing.occ_by_period) editing.occ_until = f.apptDTPicker.toString(QStringLiteral("MM/dd/yy"));
+    if (editing.occ_by_period)
+        editing.occ_until = f.apptDTPicker.toString(QStringLiteral("MM/dd/yy"));
 }
 
-void set_rem_caption(Shared& store, ApptForm& f, int row) {
+void set_rem_caption(const Shared& store, ApptForm& f, int row) {
     const appt_rec* a = store.appt_row(row);
     if (a) {
         for (int i = 1; i <= store.rmdr_count; ++i) {

@@ -57,17 +57,18 @@ QString long_date_text(const QDate& d);
 
 // Form load: the tick stops, the three modes (copy, new, edit) fill the
 // controls and the kept values, the shared rule and reminder are set.
-void init_appt_form(Shared& store, OptionsState& options, EditorState& editing, RunState& run, ApptForm& f);
+void init_appt_form(const Shared& store, const OptionsState& options, EditorState& editing,
+                    RunState& run, ApptForm& f);
 
 // The handlers run after the widget changed: f already holds the new value.
 void Check1_Click(ApptForm& f);
-void Check2_Click(OptionsState& options, ApptForm& f);
-void aptTimePick1_Change(OptionsState& options, EditorState& editing, ApptForm& f);
-void aptTimePick2_Change(OptionsState& options, ApptForm& f);
+void Check2_Click(const OptionsState& options, ApptForm& f);
+void aptTimePick1_Change(const OptionsState& options, const EditorState& editing, ApptForm& f);
+void aptTimePick2_Change(const OptionsState& options, ApptForm& f);
 void apptDTPicker_Change(EditorState& editing, ApptForm& f);
 
 // lblRem from the first reminder of rmdr_tbl that belongs to row `row`.
-void set_rem_caption(Shared& store, ApptForm& f, int row);
+void set_rem_caption(const Shared& store, ApptForm& f, int row);
 
 // OK: validation, then the save. True when the form unloads: not after a
 // message, and not when the calendar file refused the save.

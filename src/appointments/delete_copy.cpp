@@ -41,7 +41,7 @@ QString lead_letter(qint16 unit) {
 }
 
 // The data of the selected cell of the day grid; "" when none is selected.
-QString selected_data(PlannerState& view) {
+QString selected_data(const PlannerState& view) {
     const Grid& g = view.vsSched;
     if (g.Row() < 0 || g.Col() < 1 || g.Row() >= g.Rows() || g.Col() >= g.Cols()) return {};
     return g.Cell(CellSetting::Data, g.Row(), g.Col()).toString();
@@ -51,7 +51,7 @@ bool holds_entry(const QString& data) {
     return !data.isEmpty() && data != blank_data;
 }
 
-bool calendar_open(Shared& store) {
+bool calendar_open(const Shared& store) {
     if (!store.cal_path.isEmpty()) return true;
     modal().message(no_calendar_text, MsgStyle::Warning);
     return false;
@@ -60,7 +60,7 @@ bool calendar_open(Shared& store) {
 // The appt_tbl row of the entry selected in the day planner, 0 after the
 // message that asks for one (in `style`) or when no calendar is open. The
 // week and month planners find the entry under the mouse once they exist.
-int selected_entry(Shared& store, PlannerState& view, MsgStyle style) {
+int selected_entry(const Shared& store, const PlannerState& view, MsgStyle style) {
     if (!calendar_open(store) || view.view_month || view.view_week) return 0;
     const QString d = selected_data(view);
     if (!holds_entry(d)) {
@@ -76,7 +76,7 @@ bool row_selected(const Grid& g) {
 }
 
 // The time label of the selected row, one blank for the untimed row.
-QString selected_row_time(PlannerState& view) {
+QString selected_row_time(const PlannerState& view) {
     const Grid& g = view.vsSched;
     return g.Row() > 0 ? g.TextMatrix(g.Row(), 0) : QStringLiteral(" ");
 }
@@ -153,8 +153,8 @@ int delete_series(Shared& store, const QDate& first, const QString& end, const Q
     Archive::Command command(store.archive, store.cal_path);
     while (cursor.isValid() && ym(cursor) <= ym(u)) {
         const int m = ym(cursor);
-        if (const int e =
-                delete_by_key(store, store.cal_path, MemberKind::appointments, yymm_of(cursor), key))
+        if (const int e = delete_by_key(store, store.cal_path, MemberKind::appointments,
+                                        yymm_of(cursor), key))
             return e;
         if (by_weekday) {
             cursor = cursor.addMonths(1);
@@ -187,8 +187,8 @@ int delete_series_rmdrs(Shared& store, const QDate& first, const QString& end, c
     Archive::Command command(store.archive, store.cal_path);
     while (cursor.isValid() && ym(cursor) <= last) {
         const int m = ym(cursor);
-        if (const int e =
-                delete_by_key(store, store.cal_path, MemberKind::reminders, yymm_of(cursor.date()), key))
+        if (const int e = delete_by_key(store, store.cal_path, MemberKind::reminders,
+                                        yymm_of(cursor.date()), key))
             return e;
         do {
             b = by_weekday ? b.addMonths(1) : date_add(letter, step, b);
@@ -228,7 +228,8 @@ int copy_appt(AppState& s, ApptForm& f) {
         if (const int e = write_appts(s, s.cal_path, append_mode, n)) return e;
         const appt_rec* row = s.appt_row(n);
         if (row && field_number(row->appt_rem_lead, 0) != 0)
-            if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, n)) return e;
+            if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, n))
+                return e;
         if (const int e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back)) return e;
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;

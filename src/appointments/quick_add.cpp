@@ -5,7 +5,7 @@
 
 namespace orva {
 
-void frmQuick_Load(Shared& store, PlannerState& view, QuickForm& f) {
+void frmQuick_Load(const Shared& store, const PlannerState& view, QuickForm& f) {
     fill_stickers(f.typeIcombo, QStringLiteral("frmQuick"));
     f.typeIcombo.list_index = 0;
     const appt_rec* a = store.appt_row(store.appt_count);
@@ -56,7 +56,7 @@ void frmQuick_Cancel(PlannerState& view, QuickForm& f) {
     }
 }
 
-void frmNotes_Load(OptionsState& options, EditorState& editing, NotesForm& f) {
+void frmNotes_Load(const OptionsState& options, EditorState& editing, NotesForm& f) {
     f.font_name = options.grid_font_name;
     bool ok = false;
     const double pt = options.grid_font_size.trimmed().toDouble(&ok);

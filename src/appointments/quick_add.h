@@ -16,7 +16,7 @@ struct QuickForm {
     bool picker_enabled = true;
 };
 
-void frmQuick_Load(Shared& store, PlannerState& view, QuickForm& f);
+void frmQuick_Load(const Shared& store, const PlannerState& view, QuickForm& f);
 // OK: returns true when the form unloads; false after "End time is less than
 // Start Time" (information style), with the form staying.
 bool frmQuick_OK(Shared& store, QuickForm& f);
@@ -41,7 +41,7 @@ struct NotesForm {
 // What the notes field holds, in bytes of UTF-8 (not characters).
 inline constexpr int notes_limit = decltype(appt_rec::appt_notes)::width;
 
-void frmNotes_Load(OptionsState& options, EditorState& editing, NotesForm& f);
+void frmNotes_Load(const OptionsState& options, EditorState& editing, NotesForm& f);
 void frmNotes_OK(EditorState& editing, NotesForm& f);
 void frmNotes_Cancel(EditorState& editing, NotesForm& f);
 

@@ -79,8 +79,8 @@ void blank_occur_keys(Shared& store) {
 }
 
 // The fields every generated row takes alike, whatever the pattern.
-void fill_common(EditorState& editing, const ApptForm& f, appt_rec& row, const QDate& first, const QDate& at,
-                 const QString& key) {
+void fill_common(const EditorState& editing, const ApptForm& f, appt_rec& row, const QDate& first,
+                 const QDate& at, const QString& key) {
     row.appt_first_date = first.toString(QStringLiteral("MMddyyyy"));
     row.appt_date = at.toString(QStringLiteral("MMddyyyy"));
     if (f.pickers_enabled) {
@@ -197,7 +197,8 @@ int until_key(const QString& mm_dd_yy) {
     return leading_number(mm_dd_yy.mid(6, 2) + mm_dd_yy.mid(0, 2) + mm_dd_yy.mid(3, 2));
 }
 
-void frmOccurs_Load(PlannerState& view, EditorState& editing, const ApptForm& editor, OccursForm& f) {
+void frmOccurs_Load(const PlannerState& view, EditorState& editing, const ApptForm& editor,
+                    OccursForm& f) {
     f.untilDTPicker_min = editor.apptDTPicker;
     f.untilDTPicker_max = clock().today().addYears(15);
     f.untilDTPicker_CalendarBackColor = view.vsSched.BackColor();
@@ -251,7 +252,7 @@ void Option2_Click(EditorState& editing, const ApptForm&, OccursForm& f) {
     set_until(f, until);
 }
 
-void occursCombo_Click(EditorState& editing, const ApptForm& editor, OccursForm& f) {
+void occursCombo_Click(const EditorState& editing, const ApptForm& editor, OccursForm& f) {
     const QDate d = short_to_date(editing.occ_until);
     const QDate first = editor.apptDTPicker;
     const int period = f.occursCombo.list_index;
@@ -308,7 +309,7 @@ void occursCombo_Click(EditorState& editing, const ApptForm& editor, OccursForm&
     select_first(f.EveryCombo);
 }
 
-void mthCombo_Click(EditorState& editing, const ApptForm&, OccursForm& f) {
+void mthCombo_Click(const EditorState& editing, const ApptForm&, OccursForm& f) {
     if (!editing.new_appt) {
         set_until(f, short_to_date(editing.occ_until));
         return;
@@ -345,7 +346,8 @@ void frmOccurs_OK(EditorState& editing, ApptForm& editor, OccursForm& f) {
     editor.lblOccur = occurs_caption(pattern, occurs, every, month, f.untilDTPicker);
 }
 
-void build_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& occurs, const QString& key) {
+void build_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                  const QString& occurs, const QString& key) {
     store.occur_count = 1;
     if (!editing.occ_by_period) {
         build_weekday_occurs(store, editing, f, key);
@@ -356,8 +358,8 @@ void build_occurs(Shared& store, EditorState& editing, const ApptForm& f, const 
     build_period_occurs(store, editing, f, letter, key);
 }
 
-void build_period_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& letter,
-                         const QString& key) {
+void build_period_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                         const QString& letter, const QString& key) {
     blank_occur_keys(store);
     const int step = editing.occ_every + 1;
     const QDate first = f.apptDTPicker;
@@ -391,7 +393,8 @@ void build_period_occurs(Shared& store, EditorState& editing, const ApptForm& f,
     }
 }
 
-void build_weekday_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& key) {
+void build_weekday_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                          const QString& key) {
     store.occur_count = 0;
     blank_occur_keys(store);
     const QDate first = f.apptDTPicker;
@@ -423,13 +426,13 @@ void build_weekday_occurs(Shared& store, EditorState& editing, const ApptForm& f
             }
         }
         c = editing.occ_month == 0 ? date_add(QStringLiteral("m"), 1, c)
-                             : date_add(QStringLiteral("yyyy"), 1, c);
+                                   : date_add(QStringLiteral("yyyy"), 1, c);
         find_weekday_in_month(editing, first, c, date_text, yymm, stamp);
         yield_events();
     }
 }
 
-void find_weekday_in_month(EditorState& editing, const QDate& first, const QDate& c,
+void find_weekday_in_month(const EditorState& editing, const QDate& first, const QDate& c,
                            QString& date_text, QString& yymm, int& key) {
     if (!c.isValid()) return;
     const bool last = editing.occ_ordinal == 4;
@@ -495,7 +498,7 @@ QString occurs_caption(const QString& pattern, int occurs, int every, int month,
     return QStringLiteral("This appointment occurs ") + words + QStringLiteral(" until ") + d;
 }
 
-void set_occurs_caption(Shared& store, ApptForm& f, int row) {
+void set_occurs_caption(const Shared& store, ApptForm& f, int row) {
     const appt_rec* a = store.appt_row(row);
     if (!a) return;
     const QString pattern = a->appt_pattern;

@@ -58,13 +58,14 @@ int until_key(const QString& mm_dd_yy);
 
 // Form load: limits, the four fixed lists, then the option of the rule in
 // force with its click.
-void frmOccurs_Load(PlannerState& view, EditorState& editing, const ApptForm& editor, OccursForm& f);
+void frmOccurs_Load(const PlannerState& view, EditorState& editing, const ApptForm& editor,
+                    OccursForm& f);
 void Option1_Click(EditorState& editing, const ApptForm& editor, OccursForm& f);
 void Option2_Click(EditorState& editing, const ApptForm& editor, OccursForm& f);
 // Runs after occursCombo's selection changed.
-void occursCombo_Click(EditorState& editing, const ApptForm& editor, OccursForm& f);
+void occursCombo_Click(const EditorState& editing, const ApptForm& editor, OccursForm& f);
 // Runs after mthCombo's selection changed.
-void mthCombo_Click(EditorState& editing, const ApptForm& editor, OccursForm& f);
+void mthCombo_Click(const EditorState& editing, const ApptForm& editor, OccursForm& f);
 // OK: the rule goes to the shared occ_ variables and the editor's lblOccur.
 // Cancel needs no step of its own.
 void frmOccurs_OK(EditorState& editing, ApptForm& editor, OccursForm& f);
@@ -75,16 +76,19 @@ void frmOccurs_OK(EditorState& editing, ApptForm& editor, OccursForm& f);
 // "Too many appts!" message.
 // Pattern "2 " (occ_by_period false) goes to the weekday rule; otherwise the
 // period of `occurs` ("1 ".."4 "), any other text doing nothing.
-void build_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& occurs, const QString& key);
+void build_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                  const QString& occurs, const QString& key);
 // Starts at row occur_count, which build_occurs has set to 1.
-void build_period_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& letter, const QString& key);
-void build_weekday_occurs(Shared& store, EditorState& editing, const ApptForm& f, const QString& key);
+void build_period_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                         const QString& letter, const QString& key);
+void build_weekday_occurs(Shared& store, const EditorState& editing, const ApptForm& f,
+                          const QString& key);
 
 // The occ_ordinal / occ_weekday day of the month of c that is not before
 // `first`: date_text "mmddyyyy", yymm "yymm", key yymmdd as a number. Only
 // the year and month of c count. "Last" (ordinal 4) is the last such day of
 // the month. When there is none the three outputs are left as they were.
-void find_weekday_in_month(EditorState& editing, const QDate& first, const QDate& c,
+void find_weekday_in_month(const EditorState& editing, const QDate& first, const QDate& c,
                            QString& date_text, QString& yymm, int& key);
 
 // The phrase of a rule ("every 3 days", "last Friday of March"). Pattern
@@ -95,7 +99,7 @@ QString occurs_words(const QString& pattern, int occurs, int every, int month);
 QString occurs_caption(const QString& pattern, int occurs, int every, int month,
                        const QDate& until);
 // lblOccur of the editor from row `row` of appt_tbl.
-void set_occurs_caption(Shared& store, ApptForm& f, int row);
+void set_occurs_caption(const Shared& store, ApptForm& f, int row);
 
 inline const QString too_many_msg = QStringLiteral(" Could not complete update.  Too many appts!");
 

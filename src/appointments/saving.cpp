@@ -22,7 +22,8 @@ QString new_appt_id() {
     return appt_id_at(clock().now());
 }
 
-void fill_appt_row(Shared& store, EditorState& editing, const ApptForm& f, int row, const QString& key) {
+void fill_appt_row(Shared& store, const EditorState& editing, const ApptForm& f, int row,
+                   const QString& key) {
     appt_rec* a = store.appt_row(row);
     if (!a) return;
     const QString first = f.apptDTPicker.toString(QStringLiteral("MMddyyyy"));
@@ -50,7 +51,7 @@ void fill_appt_row(Shared& store, EditorState& editing, const ApptForm& f, int r
     a->appt_pattern = editing.occ_by_period ? QStringLiteral("1 ") : QStringLiteral("2 ");
 }
 
-void copy_occur_row(Shared& store, EditorState& editing, int target, int source) {
+void copy_occur_row(Shared& store, const EditorState& editing, int target, int source) {
     appt_rec* src = store.occur_row(source);
     appt_rec* dst = store.appt_row(target);
     if (!src) return;
@@ -63,13 +64,13 @@ namespace {
 const QString one_time = QStringLiteral("0 ");
 
 // Inside the command, so a read that fails fails the command too.
-int reload_rmdrs(Shared& store, RunState& run, const QDate& from) {
+int reload_rmdrs(Shared& store, const RunState& run, const QDate& from) {
     return load_rmdrs(store, from, store.cal_path, run.months_back);
 }
 
 // Generates a series under the rule in force with `key` and writes it. The
 // caller has set occurs_field.
-int write_series(Shared& store, EditorState& editing, ApptForm& f, const QString& key) {
+int write_series(Shared& store, const EditorState& editing, ApptForm& f, const QString& key) {
     if (!editing.occ_by_period)
         build_weekday_occurs(store, editing, f, key);
     else
@@ -79,7 +80,7 @@ int write_series(Shared& store, EditorState& editing, ApptForm& f, const QString
 
 // The occurs text of the rule in force: the ordinal of a weekday rule, the
 // period of any other.
-QString rule_occurs(EditorState& editing) {
+QString rule_occurs(const EditorState& editing) {
     return number_field(editing.occ_by_period ? editing.occ_period : editing.occ_ordinal);
 }
 
@@ -111,7 +112,8 @@ bool save_appt(AppState& s, ApptForm& f) {
             ++s.appt_count;
             fill_appt_row(s.store(), s.editing(), f, s.appt_count, key);
             e = write_appts(s, s.cal_path, append_mode, s.appt_count);
-            if (!e && s.rem_lead > 0) e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, s.appt_count);
+            if (!e && s.rem_lead > 0)
+                e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, s.appt_count);
         }
         if (!e) e = reload_rmdrs(s.store(), s.run(), s.cur_date);
         if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
@@ -208,17 +210,19 @@ int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
             if (const int e = drop_old_rmdrs()) return e;
             const appt_rec* now = s.appt_row(row);
             if (now && field_number(now->appt_rem_lead, 0) != 0)
-                if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, row)) return e;
+                if (const int e = add_rmdr(s.store(), s.editing(), append_mode, s.cal_path, row))
+                    return e;
             if (const int e = reload_rmdrs(s.store(), s.run(), s.cur_date)) return e;
         }
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
     // Opened from the search or the reminder list, the planner is left alone.
-    if (s.view_month || s.view_week || s.appt_from_planner) refresh_planner(s.store(), s.view(), s.options(), s.editing());
+    if (s.view_month || s.view_week || s.appt_from_planner)
+        refresh_planner(s.store(), s.view(), s.options(), s.editing());
     return command.finish();
 }
 
-void end_update(Shared& store, PlannerState& view, RunState& run) {
+void end_update(const Shared& store, PlannerState& view, RunState& run) {
     show_status(store, view);
     view.status_panels[panel_count].text = calendar_updated_text;
     run.timer1_enabled = true;
@@ -234,7 +238,8 @@ void report_failed_update(AppState& s) {
     modal().message(couldnt_update_msg, MsgStyle::Critical);
 }
 
-void refresh_planner(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
+                     EditorState& editing) {
     // The week and month planners rebuild themselves once they exist.
     if (view.view_month || view.view_week) return;
     Grid& g = view.vsSched;

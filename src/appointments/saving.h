@@ -16,10 +16,11 @@ QString appt_id_at(const QDateTime& now);
 QString new_appt_id();
 
 // All 17 fields of row `row` of appt_tbl from the editor, with key `key`.
-void fill_appt_row(Shared& store, EditorState& editing, const ApptForm& f, int row, const QString& key);
+void fill_appt_row(Shared& store, const EditorState& editing, const ApptForm& f, int row,
+                   const QString& key);
 // Fields 1 to 16 of occur_tbl row `source` into appt_tbl row `target`;
 // appt_pattern comes from the rule in force.
-void copy_occur_row(Shared& store, EditorState& editing, int target, int source);
+void copy_occur_row(Shared& store, const EditorState& editing, int target, int source);
 
 // The steps of OK after validation, in the editor's three modes, as one
 // command of the calendar file: when a step fails, nothing of it is stored
@@ -34,7 +35,7 @@ bool save_appt(AppState& s, ApptForm& f);
 [[nodiscard]] int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date);
 // Closing steps of every save: counters, " Calendar Updated ", the tick on.
 // The caller unloads the form.
-void end_update(Shared& store, PlannerState& view, RunState& run);
+void end_update(const Shared& store, PlannerState& view, RunState& run);
 // Closing steps of a command the calendar file refused and rolled back whole:
 // the tables are loaded again from the file, so the planner shows nothing the
 // file lacks, and the user sees "Couldn't complete update". The tick runs
@@ -42,7 +43,8 @@ void end_update(Shared& store, PlannerState& view, RunState& run);
 void report_failed_update(AppState& s);
 // After a change of the store: the planner that is up is rebuilt with the
 // cell that was current kept current.
-void refresh_planner(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
+void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
+                     EditorState& editing);
 
 inline const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 

@@ -51,7 +51,7 @@ int anim_index(int anim) {
 }
 
 // Title and lblAppt of a setup from the editor, read off its pickers.
-void label_from_editor(EditorState& editing, RemForm& f) {
+void label_from_editor(const EditorState& editing, RemForm& f) {
     const ApptForm* e = editing.appt_form;
     f.caption = QStringLiteral("Reminder Setup for - ") + (e ? e->Text1 : QString());
     if (!e) {
@@ -113,7 +113,7 @@ QString ntimes_text(int count) {
            (count == 1 ? QStringLiteral(" time this month") : QStringLiteral(" times this month"));
 }
 
-int shown_count(Shared& store, const appt_rec& a) {
+int shown_count(const Shared& store, const appt_rec& a) {
     const int last = std::min<int>(store.rmdr_count, rmdr_limit);
     for (int r = 1; r <= last; ++r) {
         const rmdr_rec* m = store.rmdr_row(r);
@@ -272,7 +272,7 @@ QString rmdr_due_text(const appt_rec& a, bool timed) {
            QTime(int(total / 60), int(total % 60)).toString(QStringLiteral("HH:mm:ss"));
 }
 
-void make_rmdr(EditorState& editing, rmdr_rec& out, const appt_rec& a) {
+void make_rmdr(const EditorState& editing, rmdr_rec& out, const appt_rec& a) {
     // The editor's "Timed" box decides, not appt_start: an untimed entry's
     // reminder counts from midnight. With no editor loaded (a stored row set
     // up in place) the row's own blank start is the only sign left.
@@ -296,7 +296,8 @@ void make_rmdr(EditorState& editing, rmdr_rec& out, const appt_rec& a) {
     out.rmdr_fired = past ? QStringLiteral("T") : QStringLiteral("F");
 }
 
-int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_file, int row) {
+int add_rmdr(Shared& store, const EditorState& editing, int mode, const QString& cal_file,
+             int row) {
     Archive::Command command(store.archive, cal_file);
     if (mode == rewrite_mode) {
         // Appends a row for every entry in view, whatever its lead, beside the
@@ -306,7 +307,8 @@ int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_f
         for (int r = 1; r <= last; ++r) {
             ++store.rmdr_count;
             const appt_rec* a = store.appt_row(r);
-            if (rmdr_rec* out = store.rmdr_row(store.rmdr_count); out && a) make_rmdr(editing, *out, *a);
+            if (rmdr_rec* out = store.rmdr_row(store.rmdr_count); out && a)
+                make_rmdr(editing, *out, *a);
         }
         if (const int e = append_rmdr_rows(store, cal_file, 1, store.rmdr_count)) return e;
         return command.finish();
@@ -322,7 +324,7 @@ int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_f
     return command.finish();
 }
 
-int make_series_rmdrs(Shared& store, EditorState& editing) {
+int make_series_rmdrs(Shared& store, const EditorState& editing) {
     Archive::Command command(store.archive, store.cal_path);
     // Rows go over whatever rmdr_tbl held; the caller's reload restores it.
     const int last = store.occur_count;
@@ -335,7 +337,7 @@ int make_series_rmdrs(Shared& store, EditorState& editing) {
     return command.finish();
 }
 
-int store_rem_settings(Shared& store, EditorState& editing, int row) {
+int store_rem_settings(Shared& store, const EditorState& editing, int row) {
     appt_rec* a = store.appt_row(row);
     if (!a) return err::none;
     a->appt_rem_lead = number_field(editing.rem_lead);

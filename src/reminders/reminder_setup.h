@@ -69,7 +69,7 @@ QString ntimes_text(int count);
 // How often the reminder of appointment `a` has been shown: the again count
 // of the first row of rmdr_tbl with the same first date, start, end, key and
 // date, when that row is "T"; 0 when it is "F" or there is none.
-int shown_count(Shared& store, const appt_rec& a);
+int shown_count(const Shared& store, const appt_rec& a);
 
 // The due moment of an appointment row's reminder as "mm/dd/yy hh:nn:ss":
 // appt_date at appt_start (midnight when not timed) less the lead. Empty for
@@ -79,15 +79,16 @@ QString rmdr_due_text(const appt_rec& a, bool timed);
 // Fills `out` for appointment row `a`: the copied fields, the due date and
 // time, "F" (or "T" for a moment already past while mark_past is set), and
 // again count "1 ".
-void make_rmdr(EditorState& editing, rmdr_rec& out, const appt_rec& a);
+void make_rmdr(const EditorState& editing, rmdr_rec& out, const appt_rec& a);
 // Mode 8: one reminder for row `row` of appt_tbl, appended to its member.
 // Mode 2: rmdr_count to 0 and a reminder for every row of appt_tbl.
 // Returns 0 or the store's error number.
-[[nodiscard]] int add_rmdr(Shared& store, EditorState& editing, int mode, const QString& cal_file, int row);
+[[nodiscard]] int add_rmdr(Shared& store, const EditorState& editing, int mode,
+                           const QString& cal_file, int row);
 // A reminder for every row of occur_tbl, written month by month.
-[[nodiscard]] int make_series_rmdrs(Shared& store, EditorState& editing);
+[[nodiscard]] int make_series_rmdrs(Shared& store, const EditorState& editing);
 // The four working variables into row `row` of appt_tbl, its month member
 // rewritten, and the reminders rebuilt (add_rmdr mode 2), in one command.
-[[nodiscard]] int store_rem_settings(Shared& store, EditorState& editing, int row);
+[[nodiscard]] int store_rem_settings(Shared& store, const EditorState& editing, int row);
 
 } // namespace orva

@@ -25,7 +25,7 @@ void fonts_from_grid(PlannerState& view, OptionsState& options) {
 }
 
 // The planners share one font; the week and month grid follow the day grid.
-void fonts_to_grids(PlannerState& view, OptionsState& options) {
+void fonts_to_grids(PlannerState& view, const OptionsState& options) {
     for (Grid* g : {&view.vsSched, &view.vsOvervw}) {
         if (!options.grid_font_name.isEmpty()) g->setFontName(options.grid_font_name);
         bool ok = false;
@@ -40,7 +40,7 @@ void fonts_to_grids(PlannerState& view, OptionsState& options) {
 
 // Cells of the row in column order, as default_options and save_options
 // write them.
-QStringList row_of(OptionsState& options, const WindowPort& w) {
+QStringList row_of(const OptionsState& options, const WindowPort& w) {
     return {options.skin_name,
             QString::number(options.anim_speed),
             QString::number(options.appt_back_color),
@@ -71,7 +71,8 @@ int int_or(const QString& text, int fallback) {
 
 } // namespace
 
-void load_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+void load_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run,
+                  WindowPort& w) {
     store.archive.clear_error();
     QByteArray row;
     const int e = store.archive.get(store.cal_path, options_member, row);
@@ -175,7 +176,8 @@ void apply_options(Shared& store, PlannerState& view, OptionsState& options, Win
     w.sync_menus();
 }
 
-void default_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+void default_options(Shared& store, PlannerState& view, OptionsState& options, RunState& run,
+                     WindowPort& w) {
     options.appt_back_color = 65535;
     options.appt_color_mode = QStringLiteral("1");
     fonts_from_grid(view, options);
@@ -199,10 +201,10 @@ void default_options(Shared& store, PlannerState& view, OptionsState& options, R
     save_options(store, view, options, w);
 }
 
-void save_options(Shared& store, PlannerState& view, OptionsState& options, WindowPort& w) {
+void save_options(Shared& store, const PlannerState& view, OptionsState& options, WindowPort& w) {
     options.start_view = view.view_month  ? QStringLiteral("mthvw")
-                   : view.view_week ? QStringLiteral("weekvw")
-                                 : QStringLiteral("dayvw");
+                         : view.view_week ? QStringLiteral("weekvw")
+                                          : QStringLiteral("dayvw");
     options.show_times = options.menus.mnuShowTimes ? QStringLiteral("T") : QStringLiteral("F");
     const QRect f = w.frame();
     options.form_height = f.height();
@@ -226,7 +228,7 @@ void save_options(Shared& store, PlannerState& view, OptionsState& options, Wind
     if (e != err::none) report_options_error(store, e);
 }
 
-void report_options_error(Shared& store, int e) {
+void report_options_error(const Shared& store, int e) {
     // Told once at start that this calendar cannot be written, the user is
     // not told again at every resize that moves the window.
     if (store.cal_read_only && e == err::denied) return;

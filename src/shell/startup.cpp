@@ -13,7 +13,7 @@
 namespace orva {
 namespace {
 
-void place_window(OptionsState& options, RunState& run, WindowPort& w) {
+void place_window(const OptionsState& options, RunState& run, WindowPort& w) {
     run.startup_move = true;
     w.set_window_state(options.form_state);
     w.move_to(QRect(options.form_left, options.form_top, options.form_width, options.form_height));
@@ -95,11 +95,13 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     return true;
 }
 
-void Form_Resize(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+void Form_Resize(Shared& store, const PlannerState& view, OptionsState& options,
+                 const RunState& run, WindowPort& w) {
     if (run.startup_move) return;
     const QRect area = w.work_area();
     if (options.form_top < 0 || options.form_top > area.top() + area.height()) options.form_top = 0;
-    if (options.form_left < 0 || options.form_left > area.left() + area.width()) options.form_left = 0;
+    if (options.form_left < 0 || options.form_left > area.left() + area.width())
+        options.form_left = 0;
     const QRect f = w.frame();
     w.move_to(QRect(options.form_left, options.form_top, f.width(), f.height()));
     options.form_height = f.height();
@@ -108,13 +110,14 @@ void Form_Resize(Shared& store, PlannerState& view, OptionsState& options, RunSt
     save_options(store, view, options, w);
 }
 
-bool Form_Unload(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+bool Form_Unload(Shared& store, const PlannerState& view, OptionsState& options, RunState& run,
+                 WindowPort& w) {
     run.stay_open = false;
     confirm_exit(store, view, options, run, w);
     return run.stay_open;
 }
 
-int pending_today(Shared& store) {
+int pending_today(const Shared& store) {
     const QDate today = clock().today();
     int n = 0;
     for (int r = 1; r <= store.rmdr_count; ++r) {
@@ -124,7 +127,8 @@ int pending_today(Shared& store) {
     return n;
 }
 
-void confirm_exit(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w) {
+void confirm_exit(Shared& store, const PlannerState& view, OptionsState& options, RunState& run,
+                  WindowPort& w) {
     // The table is made the one on file: a tick may have marked rows since.
     (void)load_rmdrs(store, store.cur_date, store.cal_path, 0);
     const int pending = pending_today(store);

@@ -19,17 +19,20 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance);
 
 // Keeps the window on the work area, lays out the planner and saves the
 // placement; stands aside while startup_move is up.
-void Form_Resize(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w);
+void Form_Resize(Shared& store, const PlannerState& view, OptionsState& options,
+                 const RunState& run, WindowPort& w);
 
 // The close box. Returns true when closing is cancelled (the user said No).
-bool Form_Unload(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w);
+bool Form_Unload(Shared& store, const PlannerState& view, OptionsState& options, RunState& run,
+                 WindowPort& w);
 
 // The one way out. Asks when undelivered reminders for today exist; ends the
 // program unless the user answers No, which sets stay_open.
-void confirm_exit(Shared& store, PlannerState& view, OptionsState& options, RunState& run, WindowPort& w);
+void confirm_exit(Shared& store, const PlannerState& view, OptionsState& options, RunState& run,
+                  WindowPort& w);
 
 // Reminders dated today and not yet delivered; their time is not looked at.
-int pending_today(Shared& store);
+int pending_today(const Shared& store);
 
 inline const QString exit_question_text =
     QStringLiteral("Pending reminders for the day will not be displayed if you exit now.\n"

@@ -43,10 +43,11 @@ QString format_field_ampm(const QString& field, bool two_digit_hour) {
 
 // The text a block shows: with "Show Times" the start in front, `gap` blanks
 // apart (three for a fill, four for a typed entry, as the program always had).
-QString block_text(OptionsState& options, const QString& start, const QString& text, int gap) {
+QString block_text(const OptionsState& options, const QString& start, const QString& text,
+                   int gap) {
     QString out = options.menus.mnuShowTimes ? format_field_ampm(start, false) +
-                                             QString(gap, QLatin1Char(' ')) + rtrim(text)
-                                       : rtrim(text);
+                                                   QString(gap, QLatin1Char(' ')) + rtrim(text)
+                                             : rtrim(text);
     return out.isEmpty() ? QStringLiteral(" ") : out;
 }
 
@@ -65,7 +66,8 @@ void set_block_controls(PlannerState& view, bool on) {
 
 // The day rebuilt around a change already in appt_tbl; the navigator keeps
 // its selected cell.
-void refill_after_quick(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col) {
+void refill_after_quick(Shared& store, PlannerState& view, const OptionsState& options,
+                        EditorState& editing, const QString& id, int& row, int& col) {
     const qint16 sel_row = view.cal_sel_row, sel_col = view.cal_sel_col;
     Color sel_back = 0;
     const bool had_sel = sel_row > 0 && sel_row < view.Cal.Rows() && sel_col < view.Cal.Cols();
@@ -150,27 +152,27 @@ int end_slot(const QString& end, const QString& start) {
     return m < 30 ? h2 + 1 : h2 + 2;
 }
 
-double grid_font_points(OptionsState& options) {
+double grid_font_points(const OptionsState& options) {
     bool ok = false;
     const double pt = options.grid_font_size.toDouble(&ok);
     return ok && pt > 0 ? pt : 9;
 }
 
-void apply_grid_font(OptionsState& options, Grid& g) {
+void apply_grid_font(const OptionsState& options, Grid& g) {
     if (!options.grid_font_name.isEmpty()) g.setFontName(options.grid_font_name);
     g.setFontSize(grid_font_points(options));
     g.setFontBold(options.grid_font_bold);
     g.setFontItalic(options.grid_font_italic);
 }
 
-void set_sched_font(PlannerState& view, OptionsState& options) {
+void set_sched_font(PlannerState& view, const OptionsState& options) {
     apply_grid_font(options, view.vsSched);
     bool ok = false;
     const qulonglong fore = options.grid_font_color.toULongLong(&ok);
     if (ok) view.vsSched.setForeColor(Color(fore));
 }
 
-void build_day_rows(PlannerState& view, OptionsState& options) {
+void build_day_rows(PlannerState& view, const OptionsState& options) {
     Grid& g = view.vsSched;
     g.setRows(0);
     g.setCols(day_cols);
@@ -213,9 +215,9 @@ void format_day_grid(PlannerState& view) {
     g.setEditable(true);
 }
 
-void place_appt(PlannerState& view, OptionsState& options, const QString& start, const QString& end, const QString& id,
-                const QString& type, const QString& text, int index, QString& first_row,
-                QString& first_col) {
+void place_appt(PlannerState& view, const OptionsState& options, const QString& start,
+                const QString& end, const QString& id, const QString& type, const QString& text,
+                int index, QString& first_row, QString& first_col) {
     Q_UNUSED(id);
     Grid& g = view.vsSched;
     const int st = is_blank_text(start) ? 0 : start_slot(start);
@@ -287,7 +289,8 @@ namespace {
 
 // The lines of one day in the order of the day: by the text of appt_start,
 // then appt_id; blank starts first. The table keeps the order of the file.
-std::vector<int> day_order(Shared& store, PlannerState& view, const std::function<bool(const appt_rec&)>& on_day) {
+std::vector<int> day_order(const Shared& store, PlannerState& view,
+                           const std::function<bool(const appt_rec&)>& on_day) {
     Grid& sg = view.vsSortGrid;
     sg.setRows(0);
     sg.setCols(3);
@@ -311,27 +314,29 @@ std::vector<int> day_order(Shared& store, PlannerState& view, const std::functio
 
 } // namespace
 
-void fill_day(Shared& store, PlannerState& view, OptionsState& options) {
+void fill_day(const Shared& store, PlannerState& view, const OptionsState& options) {
     view.day_appts = 0;
     const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
-    for (int i : day_order(store, view, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
+    for (int i :
+         day_order(store, view, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
         const appt_rec& a = *store.appt_row(i);
-        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, view.first_row,
-                   view.first_col);
+        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
+                   view.first_row, view.first_col);
         ++view.day_appts;
     }
     show_status(store, view);
 }
 
-void fill_day_find(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col) {
+void fill_day_find(const Shared& store, PlannerState& view, const OptionsState& options,
+                   const EditorState& editing, const QString& id, int& row, int& col) {
     view.day_appts = 0;
     const QDate day = editing.edit_date;
     const QString key = id.trimmed();
-    for (int i :
-         day_order(store, view, [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
+    for (int i : day_order(store, view,
+                           [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
         const appt_rec& a = *store.appt_row(i);
-        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i, view.first_row,
-                   view.first_col);
+        place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
+                   view.first_row, view.first_col);
         ++view.day_appts;
         if (a.appt_id.trimmed() == key) {
             row = view.cur_row;
@@ -386,7 +391,7 @@ void mark_now_row(PlannerState& view) {
     view.now_row_old = view.now_row;
 }
 
-void sched_tip(Shared& store, PlannerState& view, int row, int col) {
+void sched_tip(const Shared& store, PlannerState& view, int row, int col) {
     Grid& g = view.vsSched;
     if (row > -1 && row < g.Rows() && col >= 0 && col < g.Cols()) {
         const QString d = data_of(g, row, col);
@@ -402,7 +407,8 @@ void sched_tip(Shared& store, PlannerState& view, int row, int col) {
     g.setToolTipText(QString());
 }
 
-void quick_appt_rec(Shared& store, PlannerState& view, int index, const QString& id, int row, int col) {
+void quick_appt_rec(Shared& store, const PlannerState& view, int index, const QString& id, int row,
+                    int col) {
     appt_rec* a = store.appt_row(index);
     if (!a) return;
     const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
@@ -448,7 +454,8 @@ void set_label1(PlannerState& view, WindowPort& w, const QDate& d) {
     w.show_long_date(text);
 }
 
-void fill_day_core(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void fill_day_core(const Shared& store, PlannerState& view, const OptionsState& options,
+                   EditorState& editing) {
     view.first_row.clear();
     view.first_col.clear();
     fill_day(store, view, options);
@@ -457,7 +464,8 @@ void fill_day_core(Shared& store, PlannerState& view, OptionsState& options, Edi
     show_first_block(store, view, options, editing);
 }
 
-void rebuild_day(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void rebuild_day(const Shared& store, PlannerState& view, const OptionsState& options,
+                 EditorState& editing) {
     view.vsSched.Clear();
     format_day_grid(view);
     build_day_rows(view, options);
@@ -467,7 +475,8 @@ void rebuild_day(Shared& store, PlannerState& view, OptionsState& options, Edito
     mark_cur_day(store, view);
 }
 
-void show_first_block(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void show_first_block(const Shared& store, PlannerState& view, const OptionsState& options,
+                      EditorState& editing) {
     if (view.tab_key != u"appt") return;
     view.ctl(QStringLiteral("Frame2")).visible = true;
     if (!view.first_row.isEmpty()) {
@@ -477,7 +486,8 @@ void show_first_block(Shared& store, PlannerState& view, OptionsState& options, 
     }
 }
 
-void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w) {
+void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing,
+                    WindowPort& w) {
     const bool switching = !view.ctl(QStringLiteral("vsSched")).visible || !view.view_day;
     view.view_week = false;
     view.view_month = false;
@@ -516,7 +526,8 @@ void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, Ed
     show_status(store, view);
 }
 
-void vsSched_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
+void vsSched_Click(const Shared& store, PlannerState& view, const OptionsState& options,
+                   EditorState& editing, int row, int col) {
     view.cur_row = qint16(row);
     view.cur_col = qint16(col);
     const Grid& g = view.vsSched;
@@ -546,7 +557,8 @@ void hand_over_new(Shared& store, EditorState& editing) {
     editing.edit_date = store.cur_date;
 }
 
-void sched_hand_over(Shared& store, PlannerState& view, EditorState& editing, int row, int col) {
+void sched_hand_over(Shared& store, const PlannerState& view, EditorState& editing, int row,
+                     int col) {
     const Grid& g = view.vsSched;
     editing.edit_start = row > 0 ? g.TextMatrix(row, 0) : QStringLiteral(" ");
     const QString d = data_of(g, row, col);
@@ -566,7 +578,8 @@ void open_editor(EditorState& editing, RunState& run) {
     modal().open_form(QStringLiteral("frmAppt1"));
 }
 
-void vsSched_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col) {
+void vsSched_DblClick(Shared& store, const PlannerState& view, EditorState& editing, RunState& run,
+                      int row, int col) {
     if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Warning);
         return;
@@ -702,7 +715,8 @@ void vsSched_MouseUp(PlannerState& view) {
     view.sel_col2 = g.ColSel();
 }
 
-void vsSched_MouseMove(Shared& store, PlannerState& view, OptionsState& options, int buttons, int row, int col) {
+void vsSched_MouseMove(const Shared& store, PlannerState& view, const OptionsState& options,
+                       int buttons, int row, int col) {
     if (buttons != 0 || !options.menus.mnuTips) return;
     // The column of the last left press decides, not the one under the mouse.
     if (view.mouse_col_noted > 0) sched_tip(store, view, row, col);

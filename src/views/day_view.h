@@ -35,22 +35,23 @@ int end_slot(const QString& end, const QString& start);
 // Clears the rows and writes the 49 labelled rows with the spacers' data,
 // the options' font and the row heights (270 twips up to size 10, 400 above;
 // row 0 800).
-void build_day_rows(PlannerState& view, OptionsState& options);
+void build_day_rows(PlannerState& view, const OptionsState& options);
 // Merge, hiding and selection behaviour of an empty day: every column from 1
 // hidden, then 1 and 2 shown.
 void format_day_grid(PlannerState& view);
 // Lays every appointment of cur_date into the grid, in the order of
 // appt_start then appt_id, and recounts the status bar. The caller clears
 // first_row / first_col before and calls size_sched_cols after.
-void fill_day(Shared& store, PlannerState& view, OptionsState& options);
+void fill_day(const Shared& store, PlannerState& view, const OptionsState& options);
 // The same for edit_date; reports where the entry `id` came to lie
 // (row, col untouched when it is not there), then sizes the columns,
 // restores the font and recounts.
-void fill_day_find(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, const QString& id, int& row, int& col);
+void fill_day_find(const Shared& store, PlannerState& view, const OptionsState& options,
+                   const EditorState& editing, const QString& id, int& row, int& col);
 // Lays one appointment; see the column search and the merge guard inside.
-void place_appt(PlannerState& view, OptionsState& options, const QString& start, const QString& end, const QString& id,
-                const QString& type, const QString& text, int index, QString& first_row,
-                QString& first_col);
+void place_appt(PlannerState& view, const OptionsState& options, const QString& start,
+                const QString& end, const QString& id, const QString& type, const QString& text,
+                int index, QString& first_row, QString& first_col);
 // Widths of the shown appointment columns: at most three share vsSched's
 // width; the spare free column gets 320 twips.
 void size_sched_cols(PlannerState& view);
@@ -59,15 +60,16 @@ void size_sched_cols(PlannerState& view);
 void mark_now_row(PlannerState& view);
 // The tool-tip for the cell under the mouse: "h:mm am/pm - h:mm am/pm  text"
 // on an appointment, cleared elsewhere.
-void sched_tip(Shared& store, PlannerState& view, int row, int col);
+void sched_tip(const Shared& store, PlannerState& view, int row, int col);
 // Fills appt_tbl row `index` for a text typed into cell (row, col).
-void quick_appt_rec(Shared& store, PlannerState& view, int index, const QString& id, int row, int col);
+void quick_appt_rec(Shared& store, const PlannerState& view, int index, const QString& id, int row,
+                    int col);
 // The options' font on the grid object (name, size, bold, italic, colour).
-void set_sched_font(PlannerState& view, OptionsState& options);
+void set_sched_font(PlannerState& view, const OptionsState& options);
 // The options' font name, size, bold and italic on any grid object.
-void apply_grid_font(OptionsState& options, Grid& g);
+void apply_grid_font(const OptionsState& options, Grid& g);
 // grid_font_size as points; 9 when it is no number.
-double grid_font_points(OptionsState& options);
+double grid_font_points(const OptionsState& options);
 // The hand-over of a new entry on cur_date: no reminder yet, messenger 1.
 void hand_over_new(Shared& store, EditorState& editing);
 
@@ -75,24 +77,30 @@ void hand_over_new(Shared& store, EditorState& editing);
 void set_label1(PlannerState& view, WindowPort& w, const QDate& d);
 // The fill of every day rebuild: first_row / first_col cleared, fill_day,
 // the columns sized and the first block put into the pane.
-void fill_day_core(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
+void fill_day_core(const Shared& store, PlannerState& view, const OptionsState& options,
+                   EditorState& editing);
 
 // After a change of the store: the day grid built again from appt_tbl for
 // cur_date with its sizing and the now-marker, and the navigator's day marks
 // redrawn for the month just reloaded.
-void rebuild_day(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
+void rebuild_day(const Shared& store, PlannerState& view, const OptionsState& options,
+                 EditorState& editing);
 
 // The day's first block into the detail pane when the "appt" tab is selected:
 // Frame2 shown, cur_row/cur_col from first_row/first_col, show_detail.
-void show_first_block(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing);
+void show_first_block(const Shared& store, PlannerState& view, const OptionsState& options,
+                      EditorState& editing);
 
 // The Day tool picture: shows the day planner for cur_date, switching the
 // layout when another planner (or none) was up, and saves the options.
-void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w);
+void imageDay_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing,
+                    WindowPort& w);
 
 // Events of vsSched, with grid rows and columns.
-void vsSched_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col);
-void vsSched_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col);
+void vsSched_Click(const Shared& store, PlannerState& view, const OptionsState& options,
+                   EditorState& editing, int row, int col);
+void vsSched_DblClick(Shared& store, const PlannerState& view, EditorState& editing, RunState& run,
+                      int row, int col);
 // Returns true when the edit is to be cancelled.
 bool vsSched_BeforeEdit(PlannerState& view, int row, int col);
 // `before` is the cell's text when the edit began.
@@ -102,11 +110,13 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
 bool vsSched_KeyDown(AppState& s, int key);
 void vsSched_MouseDown(PlannerState& view, int button, int row, int col);
 void vsSched_MouseUp(PlannerState& view);
-void vsSched_MouseMove(Shared& store, PlannerState& view, OptionsState& options, int buttons, int row, int col);
+void vsSched_MouseMove(const Shared& store, PlannerState& view, const OptionsState& options,
+                       int buttons, int row, int col);
 
 // The hand-over of a double click on (row, col) without opening anything:
 // edit_start, new_appt, edit_index, edit_date, rem_* as the editor expects.
-void sched_hand_over(Shared& store, PlannerState& view, EditorState& editing, int row, int col);
+void sched_hand_over(Shared& store, const PlannerState& view, EditorState& editing, int row,
+                     int col);
 
 // Opens the editor through the modal seam with the main tick stopped. A save
 // switches the tick on again; Cancel leaves it off.

@@ -47,7 +47,7 @@ void size_text_col(Grid& g) {
     if (limit > 0 && g.ColWidth(1) > limit) g.setColWidth(1, limit);
 }
 
-void set_dtl_font(PlannerState& view, OptionsState& options) {
+void set_dtl_font(PlannerState& view, const OptionsState& options) {
     apply_grid_font(options, view.vsDtl);
 }
 
@@ -60,7 +60,8 @@ int limited_height(const Grid& g, int h) {
 }
 
 // The walk's common end: the cell goes into the pane and becomes current.
-void walk_to(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
+void walk_to(const Shared& store, PlannerState& view, const OptionsState& options,
+             EditorState& editing, int row, int col) {
     show_detail(store, view, options, editing, row, col);
     view.vsSched.Select(row, col);
     view.cur_row = qint16(row);
@@ -77,7 +78,8 @@ void clear_detail(PlannerState& view) {
     set_pictures(view, false);
 }
 
-void show_detail(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, int row, int col) {
+void show_detail(const Shared& store, PlannerState& view, const OptionsState& options,
+                 EditorState& editing, int row, int col) {
     if (row == -1) return;
     const Grid& g = view.vsSched;
     const QString d = data_of(g, row, col);
@@ -117,7 +119,7 @@ QString dtl_time_line(const appt_rec& a, int grid_row) {
            format_hh_mm_ampm(hhmm_to_time(a.appt_end)) + dtl_duration(a.appt_start, a.appt_end);
 }
 
-QString dtl_reminder_line(Shared& store, const appt_rec& a) {
+QString dtl_reminder_line(const Shared& store, const appt_rec& a) {
     if (field_number(a.appt_rem_lead, 0) <= 0) return QStringLiteral(" No reminders ");
     QString date, time, status = QStringLiteral("expired");
     for (int r = 1; r <= store.rmdr_count; ++r) {
@@ -135,7 +137,7 @@ QString dtl_reminder_line(Shared& store, const appt_rec& a) {
            QStringLiteral("  (") + status + QStringLiteral(")");
 }
 
-QString dtl_count_line(Shared& store, const appt_rec& a) {
+QString dtl_count_line(const Shared& store, const appt_rec& a) {
     // Every row loaded counts, so after a spanning week two months add up.
     int n = 0;
     for (int r = 1; r <= store.appt_count; ++r) {
@@ -147,7 +149,8 @@ QString dtl_count_line(Shared& store, const appt_rec& a) {
            (n < 2 ? QStringLiteral(" time this month") : QStringLiteral(" times this month"));
 }
 
-void fill_dtl(Shared& store, PlannerState& view, OptionsState& options, int index, int row) {
+void fill_dtl(const Shared& store, PlannerState& view, const OptionsState& options, int index,
+              int row) {
     const appt_rec* a = store.appt_row(index);
     if (!a) return;
     Grid& g = view.vsDtl;
@@ -156,9 +159,9 @@ void fill_dtl(Shared& store, PlannerState& view, OptionsState& options, int inde
     g.setFixedRows(0);
     g.setFixedCols(0);
     g.Clear();
-    const QString lines[dtl_rows] = {rtrim(a->appt_text),      dtl_time_line(*a, row),
+    const QString lines[dtl_rows] = {rtrim(a->appt_text),          dtl_time_line(*a, row),
                                      dtl_reminder_line(store, *a), dtl_count_line(store, *a),
-                                     QStringLiteral(" "),      QStringLiteral(" ")};
+                                     QStringLiteral(" "),          QStringLiteral(" ")};
     for (const QString& line : lines)
         g.AddItem(QStringLiteral(" \t") + line);
 
@@ -196,7 +199,8 @@ void TabStrip1_Click(PlannerState& view) {
     if (view.tab_key == u"appt") view.ctl(QStringLiteral("Frame2")).visible = true;
 }
 
-void imgDtlNext_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void imgDtlNext_Click(const Shared& store, PlannerState& view, const OptionsState& options,
+                      EditorState& editing) {
     const Grid& g = view.vsSched;
     const int start_row = std::max<int>(view.cur_row, 0);
     for (int r = start_row; r < g.Rows(); ++r) {
@@ -209,7 +213,8 @@ void imgDtlNext_Click(Shared& store, PlannerState& view, OptionsState& options, 
     modal().message(no_more_text, MsgStyle::Warning);
 }
 
-void imgDtlPrior_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing) {
+void imgDtlPrior_Click(const Shared& store, PlannerState& view, const OptionsState& options,
+                       EditorState& editing) {
     if (view.cur_row == 0 && view.cur_col == 1) return;
     const Grid& g = view.vsSched;
     const int last_col = g.Cols() - 1;
@@ -228,7 +233,8 @@ void imgDtlPrior_Click(Shared& store, PlannerState& view, OptionsState& options,
     modal().message(no_prior_text, MsgStyle::Warning);
 }
 
-void imgDtlAppt_Click(Shared& store, PlannerState& view, EditorState& editing, RunState& run) {
+void imgDtlAppt_Click(Shared& store, const PlannerState& view, EditorState& editing,
+                      RunState& run) {
     const int row = view.vsSched.Row(), col = view.vsSched.Col();
     if (row < 0 || col < 0) return;
     run.timer1_enabled = false;

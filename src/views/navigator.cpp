@@ -49,7 +49,7 @@ void load_month(Shared& store, const QDate& d) {
 
 } // namespace
 
-void fill_cal(Shared& store, PlannerState& view, const QDate& date) {
+void fill_cal(const Shared& store, PlannerState& view, const QDate& date) {
     if (!date.isValid()) return;
     view.first_day = QDate(date.year(), date.month(), 1);
     view.next_first_day = view.first_day.addMonths(1);
@@ -127,7 +127,7 @@ void mark_cal_day(PlannerState& view, int row, int col) {
     view.cal_sel_col = qint16(col);
 }
 
-void mark_cur_day(Shared& store, PlannerState& view) {
+void mark_cur_day(const Shared& store, PlannerState& view) {
     const Grid& g = view.Cal;
     const QString day = QString::number(store.cur_date.day());
     for (int c = 0; c < cal_cols && c < g.Cols(); ++c) {
@@ -141,7 +141,7 @@ void mark_cur_day(Shared& store, PlannerState& view) {
     }
 }
 
-void docombos(Shared& store, PlannerState& view) {
+void docombos(const Shared& store, PlannerState& view) {
     view.Combo1.clear();
     view.Combo2.clear();
     view.Combo1.items = month_names();
@@ -208,7 +208,8 @@ void sync_combos(Shared& store, PlannerState& view, const QDate& date) {
     load_month(store, date);
 }
 
-void ImageArrow_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int index) {
+void ImageArrow_Click(Shared& store, PlannerState& view, const OptionsState& options,
+                      EditorState& editing, WindowPort& w, int index) {
     if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Plain);
         return;
@@ -321,7 +322,8 @@ void Cal_Click(AppState& s, WindowPort& w, int row, int col) {
     s.timer1_enabled = true;
 }
 
-void Cal_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col) {
+void Cal_DblClick(Shared& store, const PlannerState& view, EditorState& editing, RunState& run,
+                  int row, int col) {
     const Grid& g = view.Cal;
     if (!is_day_cell(g, row, col)) return;
     if (store.cal_path.isEmpty()) {
@@ -345,7 +347,8 @@ void Cal_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunSt
     open_editor(editing, run);
 }
 
-bool Cal_KeyDown(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int key, bool shift) {
+bool Cal_KeyDown(Shared& store, PlannerState& view, const OptionsState& options,
+                 EditorState& editing, WindowPort& w, int key, bool shift) {
     if (key == key_backtab || (key == key_tab && shift)) {
         ImageArrow_Click(store, view, options, editing, w, 0);
         return true;

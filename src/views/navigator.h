@@ -14,7 +14,7 @@ inline constexpr Color white = 16777215;
 // Builds the month of `date` in Cal: header, day texts (" 5"), right-top,
 // day_tbl pictures, today_day white and bold; sizes 7 columns and 6 day
 // rows from Cal's extent.
-void fill_cal(Shared& store, PlannerState& view, const QDate& date);
+void fill_cal(const Shared& store, PlannerState& view, const QDate& date);
 // The cells from Cal's extent: 7 columns of width / 7 - 10 and, always for 6
 // day rows so the grid does not jump between months, rows of
 // (height - header) / 6 - 10. A size that would be negative is not applied.
@@ -23,9 +23,9 @@ void size_cal_cells(PlannerState& view);
 // of today_day never shows the selection.
 void mark_cal_day(PlannerState& view, int row, int col);
 // Finds the cell whose text is cur_date's day number and marks it.
-void mark_cur_day(Shared& store, PlannerState& view);
+void mark_cur_day(const Shared& store, PlannerState& view);
 // Fills both lists and points them at cur_date.
-void docombos(Shared& store, PlannerState& view);
+void docombos(const Shared& store, PlannerState& view);
 // A change of either list while combo_lock is off: today's day number
 // clamped into the chosen month becomes cur_date, the month is loaded and
 // the planner refilled.
@@ -33,16 +33,19 @@ void month_changed(AppState& s, WindowPort& w);
 // Points the lists at `date`, loading its month when it differs from theirs.
 void sync_combos(Shared& store, PlannerState& view, const QDate& date);
 // The day arrows: 0 back, 1 forward (a week in the week planner).
-void ImageArrow_Click(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int index);
+void ImageArrow_Click(Shared& store, PlannerState& view, const OptionsState& options,
+                      EditorState& editing, WindowPort& w, int index);
 // Tool-tips of the arrows, set as the mouse moves over them.
 void ImageArrow_MouseMove(PlannerState& view);
 void imgPriorMth_Click(AppState& s, WindowPort& w);
 void imgNextMth_Click(AppState& s, WindowPort& w);
 // Events of Cal, with grid rows and columns.
 void Cal_Click(AppState& s, WindowPort& w, int row, int col);
-void Cal_DblClick(Shared& store, PlannerState& view, EditorState& editing, RunState& run, int row, int col);
+void Cal_DblClick(Shared& store, const PlannerState& view, EditorState& editing, RunState& run,
+                  int row, int col);
 // Tab and Shift+Tab step a day; returns true when the key was used.
-bool Cal_KeyDown(Shared& store, PlannerState& view, OptionsState& options, EditorState& editing, WindowPort& w, int key, bool shift);
+bool Cal_KeyDown(Shared& store, PlannerState& view, const OptionsState& options,
+                 EditorState& editing, WindowPort& w, int key, bool shift);
 // A picture dropped on a day cell: shown there, left-centre, on the pick
 // colour; display only.
 void Cal_DragDrop(PlannerState& view, int row, int col, const QString& picture_key);

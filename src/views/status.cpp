@@ -33,9 +33,10 @@ int days_remaining(const QDate& d) {
     return int(d.daysTo(dec31_of(d)));
 }
 
-void show_status(Shared& store, PlannerState& view) {
+void show_status(const Shared& store, PlannerState& view) {
     const QDate d = store.cur_date;
-    const int n = view.view_week ? view.week_appts : (!view.view_month ? view.day_appts : view.month_appts);
+    const int n =
+        view.view_week ? view.week_appts : (!view.view_month ? view.day_appts : view.month_appts);
     view.status_panels[panel_count].text = count_text(n);
     view.status_panels[panel_file].text = store.cal_path;
 
@@ -44,7 +45,8 @@ void show_status(Shared& store, PlannerState& view) {
     // and December 31 of a common year is week 52 with none left.
     const int week = day / 7;
     if (view.view_week) {
-        view.status_panels[panel_year_pos].text = QStringLiteral("  Week   ") + QString::number(week);
+        view.status_panels[panel_year_pos].text =
+            QStringLiteral("  Week   ") + QString::number(week);
         view.status_panels[panel_left].text =
             QString::number(52 - week) + QStringLiteral(" Weeks remain");
     } else if (view.view_month) {

@@ -12,7 +12,7 @@ inline const QString panel_left = QStringLiteral("daysLeft");
 
 // Recomputes every panel from cur_date, the view flags, the counters and
 // cal_path, and enables imageClock, imagePrint, Label2 and Label7.
-void show_status(Shared& store, PlannerState& view);
+void show_status(const Shared& store, PlannerState& view);
 // The panels' tool-tips, set as the mouse moves over the bar.
 void StatusBar1_MouseMove(PlannerState& view);
 // The "Show status bar" check: the bar follows it and the planner is laid

@@ -133,7 +133,8 @@ TEST_F(ExitTest, NoPendingReminderEndsAtOnceWithoutAsking) {
 TEST_F(ExitTest, PendingReminderTodayAndAnswerNoKeepsTheProgramRunning) {
     add_reminder(QDate(2026, 11, 21), QStringLiteral("F"), QStringLiteral("211000001111"));
     m.answers.push_back(Answer::No);
-    EXPECT_TRUE(Form_Unload(s.store(), s.view(), s.options(), s.run(), w)) << "the close is cancelled";
+    EXPECT_TRUE(Form_Unload(s.store(), s.view(), s.options(), s.run(), w))
+        << "the close is cancelled";
     EXPECT_TRUE(s.stay_open);
     EXPECT_EQ(w.ends, 0);
     ASSERT_NE(m.last(u"question"), nullptr);

@@ -565,7 +565,8 @@ TEST_F(Navigator, TabStepsForwardAndShiftTabBack) {
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 16));
     EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_tab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
-    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_backtab, true));
+    EXPECT_TRUE(
+        Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_backtab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
     EXPECT_FALSE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, 0x41, false));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));

@@ -293,7 +293,8 @@ void frmCal::build_menus() {
     connect(mnuShowTimes, &QAction::triggered, this, [this] {
         run([this] {
             s_.menus.mnuShowTimes = !s_.menus.mnuShowTimes;
-            if (s_.view_day) imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
+            if (s_.view_day)
+                imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
         });
         sync_menus();
     });
@@ -307,10 +308,12 @@ void frmCal::build_menus() {
 }
 
 void frmCal::connect_day_grid() {
-    connect(vsSched, &GridWidget::cellClicked, this,
-            [this](int r, int c) { run([&] { vsSched_Click(s_.store(), s_.view(), s_.options(), s_.editing(), r, c); }); });
-    connect(vsSched, &GridWidget::cellDoubleClicked, this,
-            [this](int r, int c) { run([&] { vsSched_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); }); });
+    connect(vsSched, &GridWidget::cellClicked, this, [this](int r, int c) {
+        run([&] { vsSched_Click(s_.store(), s_.view(), s_.options(), s_.editing(), r, c); });
+    });
+    connect(vsSched, &GridWidget::cellDoubleClicked, this, [this](int r, int c) {
+        run([&] { vsSched_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); });
+    });
     connect(vsSched, &GridWidget::beforeEdit, this, [this](int r, int c, bool* cancel) {
         const int row0 = s_.vsSched.Row(), col0 = s_.vsSched.Col();
         edit_before_ = s_.vsSched.TextMatrix(r, c);
@@ -356,11 +359,16 @@ void frmCal::connect_navigator() {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
-    clicked("imageDay", [this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
+    clicked("imageDay",
+            [this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
     clicked("imageReminder", [this] { imageReminder_Click(s_); });
     clicked("imageClock", [this] { imageClock_Click(s_); });
-    clicked("ImageArrow0", [this] { ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 0); });
-    clicked("ImageArrow1", [this] { ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 1); });
+    clicked("ImageArrow0", [this] {
+        ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 0);
+    });
+    clicked("ImageArrow1", [this] {
+        ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 1);
+    });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
     clicked("imgNextMth", [this] { imgNextMth_Click(s_, *this); });
     for (const char* n : {"ImageArrow0", "ImageArrow1"})
@@ -379,15 +387,16 @@ void frmCal::connect_navigator() {
 
     connect(Cal, &GridWidget::cellClicked, this,
             [this](int r, int c) { run([&] { Cal_Click(s_, *this, r, c); }); });
-    connect(Cal, &GridWidget::cellDoubleClicked, this,
-            [this](int r, int c) { run([&] { Cal_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); }); });
+    connect(Cal, &GridWidget::cellDoubleClicked, this, [this](int r, int c) {
+        run([&] { Cal_DblClick(s_.store(), s_.view(), s_.editing(), s_.run(), r, c); });
+    });
     connect(Cal, &GridWidget::keyDown, this,
             [this](int, int, int key, Qt::KeyboardModifiers mods, bool* swallow) {
                 const bool back = key == Qt::Key_Backtab;
                 if (key != Qt::Key_Tab && !back) return;
                 run([&] {
-                    *swallow =
-                        Cal_KeyDown(s_.store(), s_.view(), s_.options(), s_.editing(), *this, Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
+                    *swallow = Cal_KeyDown(s_.store(), s_.view(), s_.options(), s_.editing(), *this,
+                                           Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
                 });
             });
 }
@@ -403,12 +412,16 @@ void frmCal::connect_pane() {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
-    clicked("imgDtlAppt", [this] { imgDtlAppt_Click(s_.store(), s_.view(), s_.editing(), s_.run()); });
+    clicked("imgDtlAppt",
+            [this] { imgDtlAppt_Click(s_.store(), s_.view(), s_.editing(), s_.run()); });
     clicked("imgDtlNote", [this] { imgDtlNote_Click(s_); });
-    clicked("imgDtlPrior", [this] { imgDtlPrior_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
-    clicked("imgDtlNext", [this] { imgDtlNext_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
-    connect(vsDtl, &GridWidget::cellDoubleClicked, this,
-            [this](int, int) { run([this] { vsDtl_DblClick(s_.store(), s_.view(), s_.editing(), s_.run()); }); });
+    clicked("imgDtlPrior",
+            [this] { imgDtlPrior_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
+    clicked("imgDtlNext",
+            [this] { imgDtlNext_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
+    connect(vsDtl, &GridWidget::cellDoubleClicked, this, [this](int, int) {
+        run([this] { vsDtl_DblClick(s_.store(), s_.view(), s_.editing(), s_.run()); });
+    });
     connect(vsDtl, &GridWidget::keyDown, this,
             [this](int, int, int key, Qt::KeyboardModifiers, bool* swallow) {
                 // Moving about the facts is reading; anything else would be editing.
