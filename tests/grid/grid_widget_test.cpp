@@ -304,18 +304,28 @@ TEST_F(GridWidgetTest, ClickGivesTheGridRowAndColumn) {
     EXPECT_EQ(grid.MouseCol(), 2);
 }
 
-TEST_F(GridWidgetTest, ClickOnAMergedBlockGivesItsFirstRow) {
+TEST_F(GridWidgetTest, ClickInAMergedBlockGivesTheRowUnderThePointerAndPutsTheCursorThere) {
     grid.setMergeCells(MergeMode::Free);
     grid.setMergeCol(2, true);
     for (int r = 2; r <= 5; ++r)
         grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
     w.refresh();
+    ASSERT_EQ(w.rowSpan(2, 2), 4);
     QSignalSpy clicks(&w, &GridWidget::cellClicked);
+    QSignalSpy downs(&w, &GridWidget::mouseDown);
     const QRect block = w.cell_rect(2, 2);
-    QTest::mouseClick(w.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      in_viewport(w, QPoint(block.center().x(), block.top() + 3 * w.rowHeight(2))));
+    // The middle of the block's fourth row, grid row 5.
+    const QPoint at(block.center().x(), block.top() + 3 * w.rowHeight(2) + w.rowHeight(5) / 2);
+    QTest::mouseClick(w.viewport(), Qt::LeftButton, Qt::NoModifier, in_viewport(w, at));
     ASSERT_EQ(clicks.count(), 1);
-    EXPECT_EQ(clicks.at(0).at(0).toInt(), 2);
+    EXPECT_EQ(clicks.at(0).at(0).toInt(), 5);
+    EXPECT_EQ(clicks.at(0).at(1).toInt(), 2);
+    EXPECT_EQ(downs.at(0).at(0).toInt(), 5);
+    EXPECT_EQ(grid.Row(), 5);
+    EXPECT_EQ(grid.Col(), 2);
+    EXPECT_EQ(w.cell_at(at).row, 5);
+    w.refresh();
+    EXPECT_EQ(grid.Row(), 5); // the view's own cursor does not pull it back
 }
 
 TEST_F(GridWidgetTest, ClickOnAFixedColumnGivesColumnZero) {

@@ -185,6 +185,33 @@ TEST_F(DayPage, ClickingAnEntryShowsItInThePane) {
     EXPECT_TRUE(find<QToolButton>("imgDtlNote")->isEnabled());
 }
 
+TEST_F(DayPage, ClickInALongBlockMakesTheClickedRowCurrentAndNextGoesOnFromThere) {
+    launch();
+    // The hike, 01:00 to 05:30 pm, is one merged block over rows 27 to 35 of
+    // column 2; row 33 is 04:00 pm.
+    ASSERT_EQ(data(s(), 27, 2), "4");
+    ASSERT_EQ(data(s(), 35, 2), "4");
+    s().vsSched.ShowCell(33, 2);
+    sched()->refresh();
+    const QRect cell = sched()->cell_rect(33, 2);
+    ASSERT_FALSE(cell.isEmpty());
+    ASSERT_GT(sched()->rowSpan(27, 1), 1); // drawn as one block
+    QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                      sched()->viewport()->mapFrom(sched(), cell.center()));
+    EXPECT_EQ(s().cur_row, 33);
+    EXPECT_EQ(s().cur_col, 2);
+    EXPECT_EQ(s().vsSched.Row(), 33);
+    EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Hike up the hill");
+    EXPECT_EQ(find<QGroupBox>("Frame2")->isVisible(), true);
+
+    QTest::mouseClick(find<QToolButton>("imgDtlNext"), Qt::LeftButton);
+    EXPECT_EQ(s().cur_row, 34);
+    EXPECT_EQ(s().cur_col, 2);
+    EXPECT_EQ(s().vsSched.Row(), 34);
+    EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Hike up the hill");
+    EXPECT_TRUE(m.messages().empty());
+}
+
 TEST_F(DayPage, NextDayArrowMovesTheWholePage) {
     launch();
     find<QToolButton>("ImageArrow1")->click();

@@ -124,7 +124,12 @@ class CellDelegate : public QStyledItemDelegate {
         cp.col = m.grid_col(index.column());
         cp.last_row = cp.row + std::max(view_->rowSpan(index.row(), index.column()), 1) - 1;
         cp.last_col = cp.col + std::max(view_->columnSpan(index.row(), index.column()), 1) - 1;
-        cp.current = index == view_->currentIndex();
+        // The grid's cursor may stand on any row of a merged block.
+        const QModelIndex cur = view_->currentIndex();
+        cp.current = cur.isValid() && cur.row() >= index.row() &&
+                     cur.row() < index.row() + cp.last_row - cp.row + 1 &&
+                     cur.column() >= index.column() &&
+                     cur.column() < index.column() + cp.last_col - cp.col + 1;
         cp.selected = opt.state & QStyle::State_Selected;
         cp.highlight = opt.palette.color(QPalette::Highlight);
         paint_cell(*p, opt.rect, m, cp);
@@ -543,9 +548,16 @@ QRect GridWidget::cell_rect(int row, int col) const {
     return {x, y, w, h};
 }
 
+GridWidget::CellRef GridWidget::cell_under(const QPoint& pos) const {
+    // indexAt would give a merged block's first cell wherever the block is hit.
+    const int r = rowAt(pos.y()), c = columnAt(pos.x());
+    if (r < 0 || c < 0) return {};
+    return {model_->grid_row(r), model_->grid_col(c)};
+}
+
 GridWidget::CellRef GridWidget::cell_at(const QPoint& pos) const {
     if (viewport()->geometry().contains(pos))
-        return cell_of_index(indexAt(pos - viewport()->geometry().topLeft()));
+        return cell_under(pos - viewport()->geometry().topLeft());
     for (const QHeaderView* h : {horizontalHeader(), verticalHeader()}) {
         if (h->isVisible() && h->geometry().contains(pos))
             return header_cell(h->viewport(), h->viewport()->mapFrom(this, pos));
@@ -581,7 +593,7 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void GridWidget::mousePressEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     emit mouseDown(cell.row, cell.col, event->button(), event->modifiers());
     if (event->button() == Qt::RightButton) {
@@ -591,11 +603,20 @@ void GridWidget::mousePressEvent(QMouseEvent* event) {
     }
     pressed_cell_ = event->button() == Qt::LeftButton ? cell : CellRef{};
     QTableView::mousePressEvent(event);
+    // The view puts its cursor on a merged block's first cell; the grid's
+    // cursor goes to the row that was clicked, which is what the planners
+    // read as the current row. A range being extended keeps its anchor.
+    const bool extending = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+    if (grid_ && event->button() == Qt::LeftButton && cell.row >= 0 && !extending &&
+        (grid_->Row() != cell.row || grid_->Col() != cell.col)) {
+        grid_->Select(cell.row, cell.col);
+        emit cursorMoved(cell.row, cell.col);
+    }
 }
 
 void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     emit mouseUp(cell.row, cell.col, event->button(), event->modifiers());
     const bool was_pressed = pressed_cell_.row >= 0;
     pressed_cell_ = {};
@@ -604,7 +625,7 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton && cell.row >= 0)
@@ -612,7 +633,7 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void GridWidget::mouseMoveEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     emit mouseMoved(cell.row, cell.col, event->buttons(), event->modifiers());
     QTableView::mouseMoveEvent(event);
