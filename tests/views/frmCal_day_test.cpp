@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -35,24 +36,25 @@ class DayPage : public ::testing::Test {
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         install_clock(&clk);
-        Shared seed;
-        seed.app_path = dir.path();
-        seed.cal_path = dir.filePath("calendar.cal");
-        const auto add = [&](const char* id, const char* start, const char* end, const char* text,
-                             const char* type) {
-            appt_rec r = testing::make_appt("11212026", id, start, text);
-            r.appt_start = QString::fromLatin1(start);
-            r.appt_end = QString::fromLatin1(end);
-            r.appt_type = QString::fromLatin1(type);
-            r.appt_notes = QStringLiteral("Bring the insurance card");
-            seed.occur_count = 1;
-            *seed.occur_row(1) = r;
-            EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
-        };
         add("211", "09:00", "10:00", "Dentist", "Dentist");
         add("212", "09:30", "11:00", "Team meeting", "Computer");
         add("213", "     ", "     ", "Mum's birthday", "Birthday");
         add("214", "13:00", "17:30", "Hike up the hill", "Backpack");
+    }
+    // One more entry on the day, written to the calendar before launch().
+    void add(const char* id, const char* start, const char* end, const char* text,
+             const char* type) {
+        Shared seed;
+        seed.app_path = dir.path();
+        seed.cal_path = dir.filePath("calendar.cal");
+        appt_rec r = testing::make_appt("11212026", id, start, text);
+        r.appt_start = QString::fromLatin1(start);
+        r.appt_end = QString::fromLatin1(end);
+        r.appt_type = QString::fromLatin1(type);
+        r.appt_notes = QStringLiteral("Bring the insurance card");
+        seed.occur_count = 1;
+        *seed.occur_row(1) = r;
+        EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
     }
     void TearDown() override {
         run.reset();
@@ -159,7 +161,37 @@ TEST_F(DayPage, FollowsResizing) {
     run->window->resize(1600, 900);
     QApplication::processEvents();
     EXPECT_EQ(sched()->width() - before, 320);
-    EXPECT_NEAR(s().vsSched.Width(), sched()->width() * 15, 15);
+    // The columns are sized against the width they can fill.
+    EXPECT_NEAR(s().vsSched.Width(), sched()->columns_room() * 15, 15);
+    EXPECT_LT(sched()->columns_room(), sched()->width());
+}
+
+TEST_F(DayPage, ThreeOverlappingEntriesFitWithoutAHorizontalScrollBar) {
+    add("215", "09:45", "10:15", "Call the garage", "Car");
+    for (QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        launch(size);
+        // 09:45 overlaps both the dentist and the meeting: three columns.
+        ASSERT_EQ(data(s(), 20, 2), "1") << size.width();
+        ASSERT_EQ(data(s(), 20, 4), "2") << size.width();
+        ASSERT_EQ(data(s(), 20, 6), "5") << size.width();
+        QScrollBar* bar = sched()->horizontalScrollBar();
+        EXPECT_FALSE(bar->isVisible()) << size.width();
+        EXPECT_EQ(bar->maximum(), 0) << size.width();
+        // The spare column to type into shows whole beside the last block.
+        const QRect spare = sched()->cell_rect(20, 8);
+        ASSERT_FALSE(spare.isEmpty()) << size.width();
+        EXPECT_LE(spare.right(), sched()->viewport()->geometry().right()) << size.width();
+        run.reset();
+    }
+}
+
+TEST_F(DayPage, AFourthOverlapKeepsTheWidthOfTheOthersAndScrollsSideways) {
+    add("215", "09:45", "10:15", "Call the garage", "Car");
+    add("216", "09:50", "10:20", "Coffee with Ann", "Coffee");
+    launch();
+    ASSERT_EQ(data(s(), 20, 8), "6");
+    EXPECT_EQ(s().vsSched.ColWidth(8), s().vsSched.ColWidth(2));
+    EXPECT_TRUE(sched()->horizontalScrollBar()->isVisible());
 }
 
 TEST_F(DayPage, StatusBarCheckHidesAndShowsTheBar) {

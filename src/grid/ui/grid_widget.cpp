@@ -521,6 +521,18 @@ GridWidget::CellRef GridWidget::header_cell(const QObject* header_viewport,
     return {};
 }
 
+int GridWidget::columns_room() const {
+    int room = width() - 2 * frameWidth();
+    // Counted whether or not the bar shows now: a grid that fits only while
+    // the bar is away would bring a horizontal bar with it when it comes.
+    if (verticalScrollBarPolicy() != Qt::ScrollBarAlwaysOff) {
+        room -= style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
+        if (style()->styleHint(QStyle::SH_ScrollView_FrameOnlyAroundContents, nullptr, this))
+            room -= style()->pixelMetric(QStyle::PM_ScrollView_ScrollBarSpacing, nullptr, this);
+    }
+    return std::max(room, 0);
+}
+
 QRect GridWidget::cell_rect(int row, int col) const {
     if (!grid_ || !model_->has_cell(row, col)) return {};
     const int hr = model_->header_rows(), hc = model_->header_cols();

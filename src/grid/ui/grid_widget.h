@@ -39,6 +39,10 @@ class GridWidget : public QTableView {
 
     // Twips to pixels at the screen's logical DPI: twips * dpi / 1440.
     int twips_to_px(int twips, Qt::Orientation o = Qt::Horizontal) const;
+    // Pixels the columns (the fixed one included) can fill side by side
+    // without a horizontal scroll bar: the width inside the frame, less the
+    // room of a vertical scroll bar unless that is switched off.
+    int columns_room() const;
     // Where a grid cell is drawn, in this widget's coordinates (headers
     // included); empty when the cell is hidden or outside the grid.
     QRect cell_rect(int row, int col) const;

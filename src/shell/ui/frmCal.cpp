@@ -615,7 +615,12 @@ void frmCal::layout_view() {
         QWidget* w = n == u"Frame2" ? Frame2 : findChild<QWidget*>(n);
         if (w) w->setGeometry(to_px(r));
     }
-    apply_day_extents(s_, p);
+    // The day grid's columns are sized against the width they can fill, not
+    // the control's outer width: its frame and vertical scroll bar would
+    // push the last column under a horizontal scroll bar.
+    Placement extents = p;
+    extents[QStringLiteral("vsSched")].setWidth(qRound(vsSched->columns_room() * tx));
+    apply_day_extents(s_, extents);
     // Twips are rounded to pixels, so the navigator's cells are fitted to the
     // pixels the widget really has.
     vsSched->refresh();
