@@ -1,6 +1,7 @@
 #include "views/day_layout.h"
 
 #include "views/day_view.h"
+#include "views/detail_pane.h"
 #include "views/navigator.h"
 
 #include <algorithm>
@@ -17,6 +18,11 @@ constexpr int cal_height = 2760;
 constexpr int tab_height = 380;
 constexpr int picture_size = 390; // the detail pictures
 constexpr int notes_label_height = 300;
+constexpr int min_notes_height = 600;
+// Beside its rows vsDtl needs room for its frame, for a horizontal scroll
+// bar when a line is wider than the pane, and for its six rows each rounded
+// to whole pixels.
+constexpr int dtl_chrome = 360;
 
 } // namespace
 
@@ -49,22 +55,31 @@ Placement layout_day(int width, int height) {
     const int tab_top = cal_top + cal_height + margin;
     p[QStringLiteral("TabStrip1")] = QRect(side_left, tab_top, side_width, tab_height);
     const int frame_top = tab_top + tab_height;
-    const int frame_height = std::max(h - frame_top - margin, dtl_top + dtl_height + 1200);
-    p[QStringLiteral("Frame2")] = QRect(side_left, frame_top, side_width, frame_height);
 
-    // Inside Frame2: the pictures on one line above the facts, the notes
-    // below them taking what is left.
+    // Inside Frame2, one under the other and none over another: the caption,
+    // the pictures on one line, the facts with room for all their rows, the
+    // notes taking what is left.
+    const int caption_top = margin;
+    p[QStringLiteral("lblDtlCaption")] =
+        QRect(dtl_left, caption_top, dtl_width, dtl_caption_height);
+    const int pictures_top = caption_top + dtl_caption_height + 30;
     int px = dtl_left;
     for (const char* n : {"imgDtlAppt", "imgDtlNote", "imgDtlPrior", "imgDtlNext", "prtdtlImg"}) {
-        p[QString::fromLatin1(n)] = QRect(px, 60, picture_size, picture_size);
+        p[QString::fromLatin1(n)] = QRect(px, pictures_top, picture_size, picture_size);
         px += picture_size + 60;
     }
-    p[QStringLiteral("vsDtl")] = QRect(dtl_left, dtl_top, dtl_width, dtl_height);
-    const int label_top = dtl_top + dtl_height + 90;
+    const int facts_top = pictures_top + picture_size + 60;
+    const int facts_height = dtl_rows_height(dtl_height) + dtl_chrome;
+    p[QStringLiteral("vsDtl")] = QRect(dtl_left, facts_top, dtl_width, facts_height);
+    const int label_top = facts_top + facts_height + 90;
     p[QStringLiteral("lblNotes")] = QRect(dtl_left, label_top, dtl_width, notes_label_height);
     const int notes_top = label_top + notes_label_height;
+
+    const int frame_height =
+        std::max(h - frame_top - margin, notes_top + min_notes_height + margin);
+    p[QStringLiteral("Frame2")] = QRect(side_left, frame_top, side_width, frame_height);
     p[QStringLiteral("rtNotes")] =
-        QRect(dtl_left, notes_top, dtl_width, std::max(600, frame_height - notes_top - margin));
+        QRect(dtl_left, notes_top, dtl_width, frame_height - notes_top - margin);
     return p;
 }
 
@@ -75,7 +90,7 @@ void apply_day_extents(AppState& s, const Placement& p) {
     };
     extent(s.vsSched, "vsSched");
     extent(s.Cal, "Cal");
-    extent(s.vsDtl, "vsDtl");
+    s.vsDtl.set_extent(dtl_width, dtl_height);
     if (s.view_day && s.vsSched.Cols() > 0) size_sched_cols(s);
     size_cal_cells(s);
 }

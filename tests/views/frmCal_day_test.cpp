@@ -155,6 +155,54 @@ TEST_F(DayPage, PageIsLaidOutWithoutOverlapAt1280x800And1920x1080) {
     }
 }
 
+TEST_F(DayPage, PaneShowsItsCaptionWholeAboveThePicturesAndEveryRowOfTheFacts) {
+    add("215", "09:45", "10:15", "Quarterly planning with the whole team and guests", "Computer");
+    for (QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        launch(size);
+        if (!s().menus.mnuShowTimes) find<QAction>("mnuShowTimes")->trigger();
+        sched()->refresh();
+        ASSERT_EQ(data(s(), 20, 6), "5");
+        const QRect cell = sched()->cell_rect(20, 6);
+        ASSERT_FALSE(cell.isEmpty());
+        QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                          sched()->viewport()->mapFrom(sched(), cell.center()));
+
+        auto* pane = find<QGroupBox>("Frame2");
+        auto* caption = find<QLabel>("lblDtlCaption");
+        ASSERT_NE(caption, nullptr);
+        EXPECT_EQ(caption->text(), "9:45 am   Quarterly planning with the whole team and guests");
+        EXPECT_TRUE(caption->isVisible());
+        EXPECT_EQ(caption->parentWidget(), pane);
+        // Whole: the wrapped text needs no more height than the label has.
+        EXPECT_LE(caption->heightForWidth(caption->width()), caption->height()) << size.width();
+        const char* const parts[] = {"lblDtlCaption", "imgDtlAppt", "imgDtlNote", "imgDtlPrior",
+                                     "imgDtlNext",    "vsDtl",      "lblNotes",   "rtNotes"};
+        for (const char* a : parts) {
+            QWidget* wa = find<QWidget>(a);
+            ASSERT_NE(wa, nullptr) << a;
+            EXPECT_TRUE(pane->contentsRect().contains(wa->geometry())) << a << size.width();
+            for (const char* b : parts) {
+                if (a == b) continue;
+                EXPECT_FALSE(wa->geometry().intersects(find<QWidget>(b)->geometry()))
+                    << a << " over " << b << " at " << size.width();
+            }
+        }
+
+        auto* facts = find<GridWidget>("vsDtl");
+        facts->refresh();
+        EXPECT_FALSE(facts->verticalScrollBar()->isVisible()) << size.width();
+        // The longest line is wider than the pane, which scrolls sideways.
+        EXPECT_GT(facts->horizontalScrollBar()->maximum(), 0) << size.width();
+        for (int r = 0; r < 6; ++r) {
+            const QRect row = facts->cell_rect(r, 1);
+            EXPECT_GE(row.top(), facts->viewport()->geometry().top()) << r << " " << size.width();
+            EXPECT_LE(row.bottom(), facts->viewport()->geometry().bottom())
+                << r << " " << size.width();
+        }
+        run.reset();
+    }
+}
+
 TEST_F(DayPage, FollowsResizing) {
     launch(QSize(1280, 800));
     const int before = sched()->width();

@@ -183,6 +183,17 @@ void frmCal::build_page() {
 
     Frame2 = new QGroupBox(page_);
     name_control(Frame2, QStringLiteral("Frame2"));
+    // Frame2's caption is a label of its own rather than the box's title: a
+    // title is one line over the frame's edge, where a long text is cut and
+    // the pictures below would cover it.
+    lblDtlCaption = new QLabel(Frame2);
+    name_control(lblDtlCaption, QStringLiteral("lblDtlCaption"));
+    lblDtlCaption->setTextFormat(Qt::PlainText); // an entry's text, never markup
+    lblDtlCaption->setWordWrap(true);
+    lblDtlCaption->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QFont caption_font = lblDtlCaption->font();
+    caption_font.setBold(true);
+    lblDtlCaption->setFont(caption_font);
     tool(Frame2, QStringLiteral("imgDtlAppt"), QString(), QStringLiteral("Edit Appointment"),
          QStringLiteral("document-edit"), QStringLiteral("\u270F\uFE0F"));
     tool(Frame2, QStringLiteral("imgDtlNote"), QString(),
@@ -462,7 +473,7 @@ void frmCal::sync_controls() {
             if (w == Label1)
                 Label1->setText(c.text);
             else if (w == Frame2)
-                Frame2->setTitle(c.text);
+                lblDtlCaption->setText(c.text);
             else if (w == rtNotes && rtNotes->toPlainText() != c.text)
                 rtNotes->setPlainText(c.text);
         } else if (QAction* a = findChild<QAction*>(n)) {
