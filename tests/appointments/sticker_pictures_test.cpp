@@ -90,6 +90,29 @@ TEST(StickerPictures, PictureFitsInsideTheSquare) {
     EXPECT_LT(edge, 32);
 }
 
+// The part of a picture that is drawn on: its opaque pixels' bounding box.
+QRect drawn_box(const QPixmap& pm) {
+    const QImage img = pm.toImage().convertToFormat(QImage::Format_ARGB32);
+    QRect box;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            if (qAlpha(img.pixel(x, y)) > 0) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST(StickerPictures, PictureFillsItsSquareButForAPixelAllRound) {
+    for (const QString& key : all_keys()) {
+        for (int px : {17, 24, 53}) {
+            const QRect box = drawn_box(sticker_picture(key, px));
+            EXPECT_EQ(std::max(box.width(), box.height()), px - 2) << key.toStdString() << px;
+            EXPECT_GE(box.left(), 1) << key.toStdString() << px;
+            EXPECT_GE(box.top(), 1) << key.toStdString() << px;
+            EXPECT_LE(box.right(), px - 2) << key.toStdString() << px;
+            EXPECT_LE(box.bottom(), px - 2) << key.toStdString() << px;
+        }
+    }
+}
+
 TEST(StickerPictures, UnknownKeyGivesNoPicture) {
     EXPECT_TRUE(sticker_picture(QStringLiteral("Meeting"), 24).isNull());
     EXPECT_TRUE(sticker_picture(QStringLiteral("0"), 24).isNull());

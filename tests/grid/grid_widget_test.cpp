@@ -166,6 +166,75 @@ TEST_F(GridWidgetTest, DrawsAPictureFromTheProviderLeftCentre) {
     EXPECT_EQ(pixel(w, QPoint(unknown.left() + 8, unknown.center().y())), QColor(Qt::white));
 }
 
+// A provider that answers every key with a red square of the size asked for.
+QPixmap red_square(const QString&, int px) {
+    QPixmap pm(px, px);
+    pm.fill(Qt::red);
+    return pm;
+}
+
+// The red pixels' bounding box inside a part of the widget.
+QRect red_box(GridWidget& w, const QRect& part) {
+    const QImage img = w.grab().toImage();
+    QRect box;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            if (img.pixelColor(x, y) == QColor(Qt::red)) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST_F(GridWidgetTest, APictureIsAsTallAsItsRow) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 600); // 40 pixels
+    grid.setColWidth(1, 3000);
+    grid.setTextMatrix(1, 1, QStringLiteral("Dentist"));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Dentist"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    ASSERT_EQ(cell.height(), 40);
+    // All of the row but the line the cell keeps at its bottom.
+    EXPECT_EQ(red_box(w, cell), QRect(cell.left() + 2, cell.top(), 39, 39));
+}
+
+TEST_F(GridWidgetTest, APictureInAMergedBlockIsOneRowHighAndCentredOnTheBlock) {
+    w.set_picture_provider(red_square);
+    grid.setMergeCells(MergeMode::Free);
+    grid.setMergeCol(1, true);
+    grid.setColWidth(1, 3000);
+    for (int r = 2; r <= 4; ++r) {
+        grid.setRowHeight(r, 450); // 30 pixels
+        grid.setTextMatrix(r, 1, QStringLiteral("Hike"));
+        grid.setCell(CellSetting::Picture, r, 1, QStringLiteral("Backpack"));
+        grid.setCell(CellSetting::PictureAlignment, r, 1, int(Align::LeftCenter));
+    }
+    w.refresh();
+    const QRect block = w.visualRect(w.model()->index(2, 1)).translated(w.viewport()->pos());
+    const QRect box = red_box(w, block);
+    ASSERT_EQ(w.rowHeight(2), 30);
+    EXPECT_EQ(box.height(), 29);
+    EXPECT_NEAR(box.center().y(), block.center().y(), 1);
+}
+
+TEST_F(GridWidgetTest, ACentredPictureKeepsClearOfTheTextItSharesTheCellWith) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 420);
+    grid.setColWidth(1, 660); // a navigator's day: 44 x 28 pixels
+    grid.setTextMatrix(1, 1, QStringLiteral(" 23"));
+    grid.setCell(CellSetting::Alignment, 1, 1, int(Align::RightTop));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::CenterCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QFontMetrics fm(w.model()->data(w.model()->index(1, 1), Qt::FontRole).value<QFont>());
+    const int digits = fm.horizontalAdvance(QStringLiteral("23"));
+    const QRect number(cell.right() - 3 - digits, cell.top() + 1, digits, fm.height());
+    const QRect box = red_box(w, cell);
+    ASSERT_FALSE(box.isEmpty());
+    EXPECT_FALSE(box.intersects(number));
+    EXPECT_GE(box.height(), 16); // beside the number, not squeezed under it
+}
+
 TEST_F(GridWidgetTest, WithoutAProviderACellHasNoPicture) {
     grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("red"));
     w.refresh();

@@ -24,6 +24,7 @@ namespace {
 struct CellPaint {
     int row = 0, col = 0;
     int last_row = 0, last_col = 0;
+    int row_height = 0; // pixels of one row (the first of a block); 0: the whole rect
     bool current = false;
     bool selected = false;
     QColor highlight;
@@ -31,6 +32,32 @@ struct CellPaint {
 
 QFont cell_font(const GridModel& m, int r, int c) {
     return m.cell_data(r, c, Qt::FontRole).value<QFont>();
+}
+
+// Where a cell's picture may go: the inner width over the cell's whole height
+// above its bottom line. A centred picture that shares the cell with a text
+// keeps clear of it, on the side of the text that leaves it the most room, so
+// a mark never sits on a day number. Empty when there is no room at all.
+QRect picture_area(const QRect& rect, const QRect& inner, Qt::Alignment picture_align,
+                   const QString& text, Qt::Alignment text_align, const QFontMetrics& fm) {
+    const QRect area(inner.left(), rect.top(), inner.width(), rect.height() - 1);
+    // Blanks draw nothing: " 5" aligned right leaves its blank's room free.
+    const QString shown = text.trimmed();
+    if (!(picture_align & Qt::AlignHCenter) || shown.isEmpty()) return area;
+    const QSize text_size(std::min(fm.horizontalAdvance(shown), inner.width()),
+                          std::min(fm.height(), inner.height()));
+    const QRect t = QStyle::alignedRect(Qt::LeftToRight, text_align, text_size, inner);
+    const QRect sides[] = {
+        QRect(area.topLeft(), QPoint(t.left() - 3, area.bottom())),
+        QRect(QPoint(t.right() + 3, area.top()), area.bottomRight()),
+        QRect(area.topLeft(), QPoint(area.right(), t.top() - 2)),
+        QRect(QPoint(area.left(), t.bottom() + 2), area.bottomRight()),
+    };
+    QRect best;
+    for (const QRect& side : sides)
+        if (std::min(side.width(), side.height()) > std::min(best.width(), best.height()))
+            best = side;
+    return best;
 }
 
 void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPaint& cp) {
@@ -50,18 +77,25 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     const QFont font = cell_font(m, r, c);
     const QRect inner = rect.adjusted(2, 1, -3, -2);
     QRect text_rect = inner;
+    const QString text = g.TextMatrix(r, c);
+    const Qt::Alignment text_align =
+        qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
     const QString key = g.Cell(CellSetting::Picture, r, c).toString();
     if (!key.isEmpty() && inner.height() > 0) {
-        const QFontMetrics fm(font, p.device());
-        const int px = std::min(inner.height(), std::max(16, fm.height()));
-        const QPixmap pm = m.picture(key, px);
+        const Qt::Alignment a =
+            qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
+        const QRect area =
+            picture_area(rect, inner, a, text, text_align, QFontMetrics(font, p.device()));
+        // As tall as the row, so a sticker reads on any back colour; a merged
+        // block still shows it one row high.
+        const int row_px = cp.row_height > 0 ? cp.row_height : rect.height();
+        const int px = std::min({row_px - 1, area.width(), area.height()});
+        const QPixmap pm = px > 0 ? m.picture(key, px) : QPixmap();
         if (!pm.isNull()) {
             QSize size = pm.deviceIndependentSize().toSize();
-            if (size.height() > inner.height() || size.width() > inner.width())
-                size.scale(inner.size(), Qt::KeepAspectRatio);
-            const Qt::Alignment a =
-                qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
-            const QRect pr = QStyle::alignedRect(Qt::LeftToRight, a, size, inner);
+            if (size.height() > area.height() || size.width() > area.width())
+                size.scale(area.size(), Qt::KeepAspectRatio);
+            const QRect pr = QStyle::alignedRect(Qt::LeftToRight, a, size, area);
             p.drawPixmap(pr, pm);
             if (a & Qt::AlignLeft)
                 text_rect.setLeft(pr.right() + 3);
@@ -70,13 +104,10 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
         }
     }
 
-    const QString text = g.TextMatrix(r, c);
     if (!text.isEmpty()) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
-        const Qt::Alignment a =
-            qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
-        p.drawText(text_rect, int(a) | Qt::TextSingleLine, text);
+        p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, text);
     }
 
     // A block takes its outer sides from the cells on its edges; inner lines
@@ -124,6 +155,7 @@ class CellDelegate : public QStyledItemDelegate {
         cp.col = m.grid_col(index.column());
         cp.last_row = cp.row + std::max(view_->rowSpan(index.row(), index.column()), 1) - 1;
         cp.last_col = cp.col + std::max(view_->columnSpan(index.row(), index.column()), 1) - 1;
+        cp.row_height = view_->rowHeight(index.row());
         // The grid's cursor may stand on any row of a merged block.
         const QModelIndex cur = view_->currentIndex();
         cp.current = cur.isValid() && cur.row() >= index.row() &&
@@ -178,6 +210,7 @@ class GridHeader : public QHeaderView {
         cp.col = s.col1;
         cp.last_row = s.row2;
         cp.last_col = s.col2;
+        if (!across) cp.row_height = sectionSize(m.model_row(s.row1));
         QRect whole = rect;
         if (across && s.col2 > s.col1) {
             const int first = sectionViewportPosition(m.model_col(s.col1));
