@@ -4,6 +4,7 @@
 #include "shell/ui/frmCal.h"
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
+#include "support/accessible.h"
 #include "support/scripted_modal.h"
 #include "views/day_view.h"
 #include "views/status.h"
@@ -124,7 +125,8 @@ TEST_F(DayPage, GridIsReadableAsATableByAssistiveTools) {
     QAccessibleInterface* ai = QAccessible::queryAccessibleInterface(sched());
     ASSERT_NE(ai, nullptr);
     EXPECT_EQ(ai->role(), QAccessible::Table);
-    EXPECT_EQ(ai->text(QAccessible::Name), "vsSched");
+    EXPECT_EQ(ai->text(QAccessible::Name), "Day planner");
+    EXPECT_EQ(ai->text(QAccessible::Description), "vsSched");
     QAccessibleTableInterface* table = ai->tableInterface();
     ASSERT_NE(table, nullptr);
     bool found = false;
@@ -133,6 +135,93 @@ TEST_F(DayPage, GridIsReadableAsATableByAssistiveTools) {
             if (QAccessibleInterface* cell = table->cellAt(r, c))
                 found = cell->text(QAccessible::Name).contains("Team meeting");
     EXPECT_TRUE(found);
+}
+
+TEST_F(DayPage, ScreenReaderHearsWhatTheWindowShowsAndToolsFindTheControlsByName) {
+    launch();
+    using testing::spoken_description;
+    using testing::spoken_name;
+    // Labels and status panels: their text, now and after it changes.
+    auto* band = find<QLabel>("Label1");
+    ASSERT_NE(band, nullptr);
+    EXPECT_EQ(spoken_name(band), long_date_label(QDate(2026, 11, 21)));
+    EXPECT_EQ(spoken_description(band), "Label1");
+    const struct {
+        const char* object;
+        QString text;
+    } panels[] = {
+        {"nbrAppts", "4   Appointments"},
+        {"cFile", s().cal_path},
+        {"yrDay", "  Day   325"},
+        {"daysLeft", "40 Days remain"},
+    };
+    for (const auto& p : panels) {
+        auto* l = find<QLabel>(p.object);
+        ASSERT_NE(l, nullptr) << p.object;
+        EXPECT_EQ(l->parentWidget(), run->window->statusBar());
+        EXPECT_EQ(spoken_name(l), p.text) << p.object;
+        EXPECT_EQ(spoken_description(l), p.object);
+    }
+    EXPECT_EQ(spoken_name(find<QLabel>("lblNotes")), "Appointment Notes:");
+    EXPECT_EQ(spoken_description(find<QLabel>("lblNotes")), "lblNotes");
+
+    // Grids, pickers and boxes: what they are for.
+    const struct {
+        const char* object;
+        const char* spoken;
+    } named[] = {
+        {"vsSched", "Day planner"},
+        {"Cal", "Navigator calendar"},
+        {"vsDtl", "Appointment details"},
+        {"Combo1", "Month"},
+        {"Combo2", "Year"},
+        {"rtNotes", "Appointment notes"},
+        {"Frame2", "Detail pane"},
+        {"StatusBar1", "Status bar"},
+        {"Frame3", "Tools"},
+    };
+    for (const auto& n : named) {
+        QWidget* w = find<QWidget>(n.object);
+        ASSERT_NE(w, nullptr) << n.object;
+        EXPECT_EQ(spoken_name(w), n.spoken) << n.object;
+        EXPECT_EQ(spoken_description(w), n.object);
+    }
+    // A list's name says what it is for; the item chosen is its value.
+    QAccessibleInterface* month = QAccessible::queryAccessibleInterface(find<QComboBox>("Combo1"));
+    ASSERT_NE(month, nullptr);
+    EXPECT_EQ(month->role(), QAccessible::ComboBox);
+    EXPECT_EQ(month->text(QAccessible::Value), "November");
+    // A tab strip speaks its selected tab, whose caption is what shows.
+    EXPECT_EQ(spoken_name(find<QTabBar>("TabStrip1")), "Appointment Details");
+    // Buttons: the caption, or the tip of a picture alone.
+    EXPECT_EQ(spoken_name(find<QToolButton>("imageDay")), "Day");
+    EXPECT_EQ(spoken_name(find<QToolButton>("ImageArrow1")), "Next");
+    EXPECT_EQ(spoken_name(find<QToolButton>("imgPriorMth")), "Prior Month");
+    EXPECT_EQ(spoken_name(find<QToolButton>("imgDtlNext")), "Next appointment");
+    EXPECT_EQ(spoken_description(find<QToolButton>("imgDtlNext")), "imgDtlNext");
+    for (QWidget* w : run->window->findChildren<QWidget*>()) {
+        if (w->objectName().isEmpty() || !w->isVisible()) continue;
+        if (qobject_cast<QLabel*>(w) || qobject_cast<QAbstractButton*>(w) ||
+            qobject_cast<GridWidget*>(w) || qobject_cast<QComboBox*>(w)) {
+            EXPECT_NE(spoken_name(w), w->objectName()) << w->objectName().toStdString();
+            if (w->objectName() == u"corner") continue; // a grid's own cell
+            EXPECT_EQ(spoken_description(w), w->objectName()) << w->objectName().toStdString();
+        }
+    }
+
+    // The caption of the pane speaks the entry shown, and the date band the
+    // next day once the arrow is pressed.
+    const QRect cell = sched()->cell_rect(20, 4);
+    QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                      sched()->viewport()->mapFrom(sched(), cell.center()));
+    auto* caption = find<QLabel>("lblDtlCaption");
+    ASSERT_NE(caption, nullptr);
+    EXPECT_TRUE(caption->text().endsWith("Team meeting"));
+    EXPECT_EQ(spoken_name(caption), caption->text());
+    EXPECT_EQ(spoken_description(caption), "lblDtlCaption");
+    find<QToolButton>("ImageArrow1")->click();
+    EXPECT_EQ(spoken_name(band), long_date_label(QDate(2026, 11, 22)));
+    EXPECT_EQ(spoken_name(find<QLabel>("nbrAppts")), "0   Appointments");
 }
 
 TEST_F(DayPage, PageIsLaidOutWithoutOverlapAt1280x800And1920x1080) {
