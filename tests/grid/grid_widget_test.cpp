@@ -235,6 +235,34 @@ TEST_F(GridWidgetTest, ACentredPictureKeepsClearOfTheTextItSharesTheCellWith) {
     EXPECT_GE(box.height(), 16); // beside the number, not squeezed under it
 }
 
+TEST_F(GridWidgetTest, ALongTextIsCutAtItsEndSoItsStartShowsBesideThePicture) {
+    w.set_picture_provider(red_square);
+    grid.setColWidth(1, 1500); // 100 pixels
+    grid.setRowHeight(1, 300);
+    // Its start and its end are ink, its middle blank: centred and cut at
+    // both sides it would show nothing at all.
+    grid.setTextMatrix(1, 1, QStringLiteral("W") + QString(90, u' ') + QStringLiteral("W"));
+    grid.setCell(CellSetting::Alignment, 1, 1, int(Align::CenterCenter));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Computer"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QRect picture = red_box(w, cell);
+    ASSERT_FALSE(picture.isEmpty());
+    const QImage img = w.grab().toImage();
+    int ink_on_picture = 0, ink_beside = 0;
+    for (int y = cell.top() + 1; y < cell.bottom(); ++y) {
+        for (int x = cell.left() + 1; x < cell.right(); ++x) {
+            const QColor px = img.pixelColor(x, y);
+            const bool ink = px.lightness() < 100;
+            if (ink && picture.contains(x, y)) ++ink_on_picture;
+            if (ink && x > picture.right() + 2 && x < picture.right() + 12) ++ink_beside;
+        }
+    }
+    EXPECT_EQ(ink_on_picture, 0);
+    EXPECT_GT(ink_beside, 0); // the start is read right after the picture
+}
+
 TEST_F(GridWidgetTest, WithoutAProviderACellHasNoPicture) {
     grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("red"));
     w.refresh();

@@ -107,7 +107,13 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     if (!text.isEmpty()) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
-        p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, text);
+        // A text wider than its room is cut at its end, where a reader
+        // expects it; centred, it would lose its start under the picture.
+        const QFontMetrics fm(font, p.device());
+        const QString shown = fm.horizontalAdvance(text) > text_rect.width()
+                                  ? fm.elidedText(text, Qt::ElideRight, text_rect.width())
+                                  : text;
+        p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, shown);
     }
 
     // A block takes its outer sides from the cells on its edges; inner lines
