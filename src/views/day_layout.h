@@ -16,7 +16,7 @@ using Placement = std::map<QString, QRect>;
 inline constexpr int band_height = 420; // Label1's band
 inline constexpr int sched_top = 1080;  // vsSched
 inline constexpr int sched_left = 24;
-inline constexpr int side_width = 4700; // navigator, tab strip and pane
+inline constexpr int side_width = 4700; // navigator, tab strip and pane, at least
 inline constexpr int margin = 120;
 // vsDtl as designed; its rows are computed from this extent, and the control
 // is given the room those rows take (dtl_rows_height), which is more.

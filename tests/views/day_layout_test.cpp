@@ -81,6 +81,20 @@ INSTANTIATE_TEST_SUITE_P(Windows, DayLayout,
                              return std::string(i.param.name);
                          });
 
+TEST(DayLayoutSide, NavigatorAndPaneTakeAQuarterOfAWideWindowAndTheirDesignedWidthElse) {
+    const Placement narrow = layout_day(1152 * 15, 677 * 15);
+    EXPECT_EQ(narrow.at("Frame2").width(), side_width);
+    EXPECT_EQ(narrow.at("Cal").width(), side_width);
+    EXPECT_EQ(narrow.at("vsDtl").width(), dtl_width);
+    const Placement wide = layout_day(1920 * 15, 1037 * 15);
+    EXPECT_EQ(wide.at("Frame2").width(), 1920 * 15 / 4);
+    EXPECT_EQ(wide.at("Cal").width(), 1920 * 15 / 4);
+    EXPECT_EQ(wide.at("vsDtl").width(), dtl_width + 1920 * 15 / 4 - side_width);
+    EXPECT_EQ(wide.at("rtNotes").width(), wide.at("vsDtl").width());
+    // The day grid keeps the rest, ending a margin before the navigator.
+    EXPECT_EQ(wide.at("vsSched").right() + 1 + margin, wide.at("Cal").left());
+}
+
 TEST(DayLayoutExtents, FactsGridKeepsItsDesignedExtentWhateverRoomItGets) {
     AppState s;
     apply_day_extents(s, layout_day(1920 * 15, 1037 * 15));
