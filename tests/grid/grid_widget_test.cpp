@@ -185,16 +185,33 @@ QRect red_box(GridWidget& w, const QRect& part) {
 
 TEST_F(GridWidgetTest, APictureIsAsTallAsItsRow) {
     w.set_picture_provider(red_square);
-    grid.setRowHeight(1, 600); // 40 pixels
+    grid.setRowHeight(1, 360); // 24 pixels
     grid.setColWidth(1, 3000);
     grid.setTextMatrix(1, 1, QStringLiteral("Dentist"));
     grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Dentist"));
     grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
     w.refresh();
     const QRect cell = w.cell_rect(1, 1);
-    ASSERT_EQ(cell.height(), 40);
+    ASSERT_EQ(cell.height(), 24);
     // All of the row but the line the cell keeps at its bottom.
-    EXPECT_EQ(red_box(w, cell), QRect(cell.left() + 2, cell.top(), 39, 39));
+    EXPECT_EQ(red_box(w, cell), QRect(cell.left() + 2, cell.top(), 23, 23));
+}
+
+TEST_F(GridWidgetTest, ARowMadeVeryTallKeepsItsPictureToTwoLinesOfText) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 1500); // 100 pixels
+    grid.setColWidth(1, 3000);
+    grid.setTextMatrix(1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QFont font = w.model()->data(w.model()->index(1, 1), Qt::FontRole).value<QFont>();
+    const int lines = 2 * QFontMetrics(font, &w).height();
+    ASSERT_LT(lines, 99);
+    const QRect box = red_box(w, cell);
+    EXPECT_EQ(box.height(), lines);
+    EXPECT_NEAR(box.center().y(), cell.center().y(), 1);
 }
 
 TEST_F(GridWidgetTest, APictureInAMergedBlockIsOneRowHighAndCentredOnTheBlock) {
@@ -203,7 +220,7 @@ TEST_F(GridWidgetTest, APictureInAMergedBlockIsOneRowHighAndCentredOnTheBlock) {
     grid.setMergeCol(1, true);
     grid.setColWidth(1, 3000);
     for (int r = 2; r <= 4; ++r) {
-        grid.setRowHeight(r, 450); // 30 pixels
+        grid.setRowHeight(r, 360); // 24 pixels
         grid.setTextMatrix(r, 1, QStringLiteral("Hike"));
         grid.setCell(CellSetting::Picture, r, 1, QStringLiteral("Backpack"));
         grid.setCell(CellSetting::PictureAlignment, r, 1, int(Align::LeftCenter));
@@ -211,8 +228,8 @@ TEST_F(GridWidgetTest, APictureInAMergedBlockIsOneRowHighAndCentredOnTheBlock) {
     w.refresh();
     const QRect block = w.visualRect(w.model()->index(2, 1)).translated(w.viewport()->pos());
     const QRect box = red_box(w, block);
-    ASSERT_EQ(w.rowHeight(2), 30);
-    EXPECT_EQ(box.height(), 29);
+    ASSERT_EQ(w.rowHeight(2), 24);
+    EXPECT_EQ(box.height(), 23);
     EXPECT_NEAR(box.center().y(), block.center().y(), 1);
 }
 

@@ -87,9 +87,11 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
         const QRect area =
             picture_area(rect, inner, a, text, text_align, QFontMetrics(font, p.device()));
         // As tall as the row, so a sticker reads on any back colour; a merged
-        // block still shows it one row high.
+        // block still shows it one row high, and a row made tall for its
+        // purpose (the day's untimed row) no more than two lines of text.
         const int row_px = cp.row_height > 0 ? cp.row_height : rect.height();
-        const int px = std::min({row_px - 1, area.width(), area.height()});
+        const int lines = 2 * QFontMetrics(font, p.device()).height();
+        const int px = std::min({row_px - 1, lines, area.width(), area.height()});
         const QPixmap pm = px > 0 ? m.picture(key, px) : QPixmap();
         if (!pm.isNull()) {
             QSize size = pm.deviceIndependentSize().toSize();
