@@ -1,4 +1,5 @@
 #include "core/clock.h"
+#include "grid/ui/grid_model.h"
 #include "grid/ui/grid_widget.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
@@ -387,6 +388,55 @@ TEST_F(DayPage, ClickInALongBlockMakesTheClickedRowCurrentAndNextGoesOnFromThere
     EXPECT_EQ(s().vsSched.Row(), 34);
     EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Hike up the hill");
     EXPECT_TRUE(m.messages().empty());
+}
+
+// The bounding box of the pixels in `part` of a widget's picture that differ
+// from `back`.
+QRect drawn_on(QWidget* w, const QRect& part, const QColor& back) {
+    const QImage img = w->grab().toImage();
+    QRect box;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            if (img.pixelColor(x, y) != back) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST_F(DayPage, AStickerInTheDayGridIsAsTallAsARow) {
+    launch();
+    // The dentist's block, 09:00 to 10:00, two rows in column 2.
+    const QRect block = sched()->cell_rect(19, 2).united(sched()->cell_rect(20, 2));
+    const int row = sched()->cell_rect(19, 2).height();
+    ASSERT_GE(row, 17);
+    // The picture stands at the left, inside the block's box.
+    const QRect left(block.left() + 2, block.top() + 2, row + 2, block.height() - 4);
+    const QRect picture = drawn_on(sched(), left, qt_color(s().appt_back_color));
+    ASSERT_FALSE(picture.isEmpty());
+    EXPECT_GE(picture.height(), row - 3);
+    EXPECT_LE(picture.height(), row);
+}
+
+TEST_F(DayPage, TheNavigatorsMarkSitsBesideTheDayNumberNotOnIt) {
+    launch();
+    // Saturday the 21st, with the day's stickers, is in row 3 of the month.
+    auto* cal = find<GridWidget>("Cal");
+    ASSERT_EQ(s().Cal.TextMatrix(3, 6), " 21");
+    ASSERT_FALSE(s().Cal.Cell(CellSetting::Picture, 3, 6).toString().isEmpty());
+    const QRect cell = cal->cell_rect(3, 6);
+    const QFont font = cal->model()->data(cal->model()->index(2, 6), Qt::FontRole).value<QFont>();
+    const QFontMetrics fm(font, cal);
+    const int digits = fm.horizontalAdvance(QStringLiteral("21"));
+    const QRect number(cell.right() - 3 - digits, cell.top() + 1, digits, fm.height());
+    // Coloured pixels are the mark's: the number and the lines are grey.
+    const QImage img = cal->grab().toImage();
+    QRect mark;
+    for (int y = cell.top(); y < cell.bottom(); ++y)
+        for (int x = cell.left(); x < cell.right(); ++x) {
+            const QColor c = img.pixelColor(x, y);
+            if (c.hsvSaturation() > 80 && c.value() > 60) mark |= QRect(x, y, 1, 1);
+        }
+    ASSERT_FALSE(mark.isEmpty());
+    EXPECT_FALSE(mark.intersects(number));
+    EXPECT_GE(mark.height(), 14);
 }
 
 TEST_F(DayPage, NextDayArrowMovesTheWholePage) {
