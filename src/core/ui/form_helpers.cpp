@@ -103,19 +103,17 @@ void name_control(QWidget* w, const QString& name, const QString& spoken) {
             return true;
         }();
         Q_UNUSED(installed);
-        // Before anything else: the first change told to accessibility makes
-        // Qt create the control's interface and keep it, and the factory
-        // picks the interface by this name.
+        // Before anything else is told to accessibility: the first change
+        // makes Qt create the control's interface and keep it, and the
+        // factory picks the interface by this name.
         w->setAccessibleName(spoken);
-    }
-    w->setAccessibleDescription(name);
-    if (!spoken.isEmpty()) return;
-    // Labels, titled boxes and captioned buttons are left without a name of
-    // their own: Qt then reads their text as it stands, after every change.
-    if (auto* b = qobject_cast<QAbstractButton*>(w)) {
+    } else if (auto* b = qobject_cast<QAbstractButton*>(w)) {
         new TipAsName(b);
         if (b->text().isEmpty() && !b->toolTip().isEmpty()) b->setAccessibleName(b->toolTip());
     }
+    // Labels, titled boxes and captioned buttons keep no name of their own:
+    // Qt then reads their text as it stands, after every change.
+    w->setAccessibleDescription(name);
 }
 
 QPoint on_screen(QPoint at, const QSize& size, const QWidget* near) {

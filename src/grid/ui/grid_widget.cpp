@@ -75,6 +75,7 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     p.drawLine(rect.bottomLeft(), rect.bottomRight());
 
     const QFont font = cell_font(m, r, c);
+    const QFontMetrics fm(font, p.device());
     const QRect inner = rect.adjusted(2, 1, -3, -2);
     QRect text_rect = inner;
     const QString text = g.TextMatrix(r, c);
@@ -84,14 +85,12 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     if (!key.isEmpty() && inner.height() > 0) {
         const Qt::Alignment a =
             qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
-        const QRect area =
-            picture_area(rect, inner, a, text, text_align, QFontMetrics(font, p.device()));
+        const QRect area = picture_area(rect, inner, a, text, text_align, fm);
         // As tall as the row, so a sticker reads on any back colour; a merged
         // block still shows it one row high, and a row made tall for its
         // purpose (the day's untimed row) no more than two lines of text.
         const int row_px = cp.row_height > 0 ? cp.row_height : rect.height();
-        const int lines = 2 * QFontMetrics(font, p.device()).height();
-        const int px = std::min({row_px - 1, lines, area.width(), area.height()});
+        const int px = std::min({row_px - 1, 2 * fm.height(), area.width(), area.height()});
         const QPixmap pm = px > 0 ? m.picture(key, px) : QPixmap();
         if (!pm.isNull()) {
             QSize size = pm.deviceIndependentSize().toSize();
@@ -111,7 +110,6 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
         // A text wider than its room is cut at its end, where a reader
         // expects it; centred, it would lose its start under the picture.
-        const QFontMetrics fm(font, p.device());
         const QString shown = fm.horizontalAdvance(text) > text_rect.width()
                                   ? fm.elidedText(text, Qt::ElideRight, text_rect.width())
                                   : text;
