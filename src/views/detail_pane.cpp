@@ -53,10 +53,13 @@ void set_dtl_font(PlannerState& view, const OptionsState& options) {
 
 // Row height within its limits: at least 340 twips, at most the grid's own
 // height once the layout has given it one.
-int limited_height(const Grid& g, int h) {
+int limited_height(int grid_height, int h) {
     h = std::max(h, min_row_height);
-    if (g.Height() > 0) h = std::min(h, g.Height());
+    if (grid_height > 0) h = std::min(h, grid_height);
     return h;
+}
+int limited_height(const Grid& g, int h) {
+    return limited_height(g.Height(), h);
 }
 
 // The walk's common end: the cell goes into the pane and becomes current.
@@ -193,6 +196,11 @@ void fill_dtl(const Shared& store, PlannerState& view, const OptionsState& optio
 
     view.ctl(QStringLiteral("rtNotes")).text = rtrim(a->appt_notes);
     set_pictures(view, true);
+}
+
+int dtl_rows_height(int grid_height) {
+    const int h = grid_height / dtl_rows - 1;
+    return limited_height(grid_height, 2 * h) + (dtl_rows - 1) * limited_height(grid_height, h);
 }
 
 void TabStrip1_Click(PlannerState& view) {

@@ -21,6 +21,10 @@ void show_detail(const Shared& store, PlannerState& view, const OptionsState& op
 // Builds vsDtl and rtNotes for appt_tbl row `index` shown on grid row `row`.
 void fill_dtl(const Shared& store, PlannerState& view, const OptionsState& options, int index,
               int row);
+// Twips that fill_dtl's six rows take together in a grid `grid_height`
+// twips high: more than the grid itself, since the text row is twice the
+// others and no row goes below 340.
+int dtl_rows_height(int grid_height);
 // The texts of the three lines, word for word.
 QString dtl_time_line(const appt_rec& a, int grid_row);
 QString dtl_duration(const QString& start, const QString& end);

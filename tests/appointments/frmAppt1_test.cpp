@@ -1,4 +1,5 @@
 #include "../appointments/editor_fixtures.h"
+#include "../support/accessible.h"
 #include "../support/typing.h"
 #include "appointments/ui/frmAppt1.h"
 #include "core/ui/qt_modal.h"
@@ -41,29 +42,42 @@ TEST_F(FrmAppt1Dialog, ControlsCarryTheirNamesCaptionsAndTips) {
     FrmAppt1 dlg(s);
     EXPECT_EQ(dlg.objectName(), "frmAppt1");
     EXPECT_EQ(dlg.windowTitle(), "New Appointment");
+    // Boxes and pickers are spoken by what they are for, buttons by their
+    // caption or, with only a picture, their tip; the program name is the
+    // description.
     const struct {
         const char* name;
         const char* tip;
+        const char* spoken;
     } tips[] = {
-        {"Text1", "Appointment description or subject."},
-        {"typeIcombo", "Appointment Icons"},
-        {"apptDTPicker", "For single appts this is appt date.  For recurring appts, this is the "
-                         "original appt date."},
-        {"aptTimePick1", "Start time"},
-        {"aptTimePick2", "End Time"},
-        {"Check1", "Appointment has a specific time"},
-        {"Check2", "All day event "},
-        {"txtApptDt", "Actual appointment date."},
-        {"Command4", "Set recurring appointment"},
-        {"cmdRem", "Add or Edit Reminders"},
-        {"Image6", "Edit Notes"},
+        {"Text1", "Appointment description or subject.", "Description"},
+        {"typeIcombo", "Appointment Icons", "Sticker"},
+        {"apptDTPicker",
+         "For single appts this is appt date.  For recurring appts, this is the original appt "
+         "date.",
+         "Start date"},
+        {"aptTimePick1", "Start time", "Start time"},
+        {"aptTimePick2", "End Time", "End time"},
+        {"Check1", "Appointment has a specific time", "Timed"},
+        {"Check2", "All day event ", "All Day"},
+        {"txtApptDt", "Actual appointment date.", "Appointment date"},
+        {"Command4", "Set recurring appointment", "Set recurring appointment"},
+        {"cmdRem", "Add or Edit Reminders", "Add or Edit Reminders"},
+        {"Image6", "Edit Notes", "Edit Notes"},
     };
     for (const auto& t : tips) {
         QWidget* w = child<QWidget>(dlg, t.name);
         ASSERT_NE(w, nullptr);
         EXPECT_EQ(w->toolTip(), t.tip) << t.name;
-        EXPECT_EQ(w->accessibleName(), t.name);
+        EXPECT_EQ(testing::spoken_name(w), t.spoken) << t.name;
+        EXPECT_EQ(testing::spoken_description(w), t.name);
     }
+    EXPECT_EQ(testing::spoken_name(child<QPushButton>(dlg, "Command1")), "OK");
+    EXPECT_EQ(testing::spoken_description(child<QPushButton>(dlg, "Command1")), "Command1");
+    EXPECT_EQ(testing::spoken_name(child<QLabel>(dlg, "lblDateTime")), "Start Date:");
+    EXPECT_EQ(testing::spoken_description(child<QLabel>(dlg, "lblDateTime")), "lblDateTime");
+    EXPECT_EQ(testing::spoken_name(&dlg), "New Appointment");
+    EXPECT_EQ(testing::spoken_description(&dlg), "frmAppt1");
     EXPECT_EQ(child<QCheckBox>(dlg, "Check1")->text(), "Timed");
     EXPECT_EQ(child<QCheckBox>(dlg, "Check2")->text(), "All Day");
     EXPECT_EQ(child<QPushButton>(dlg, "Command1")->text(), "OK");

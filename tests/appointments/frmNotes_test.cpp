@@ -1,3 +1,4 @@
+#include "../support/accessible.h"
 #include "../support/typing.h"
 #include "../views/view_fixtures.h"
 #include "appointments/ui/frmNotes.h"
@@ -44,11 +45,15 @@ TEST_F(FrmNotesDialog, ControlsAreFoundByTheirNames) {
     EXPECT_EQ(dlg.objectName(), "frmNotes");
     EXPECT_EQ(dlg.windowTitle(), "Notes");
     ASSERT_TRUE(box(dlg));
-    EXPECT_EQ(box(dlg)->accessibleName(), "rtNotes");
+    EXPECT_EQ(testing::spoken_name(box(dlg)), "Notes");
+    EXPECT_EQ(testing::spoken_description(box(dlg)), "rtNotes");
     ASSERT_TRUE(button(dlg, "Command1") && button(dlg, "Command2"));
     EXPECT_EQ(button(dlg, "Command1")->text(), "OK");
     EXPECT_EQ(button(dlg, "Command2")->text(), "Cancel");
-    EXPECT_EQ(button(dlg, "Command2")->accessibleName(), "Command2");
+    EXPECT_EQ(testing::spoken_name(button(dlg, "Command2")), "Cancel");
+    EXPECT_EQ(testing::spoken_description(button(dlg, "Command2")), "Command2");
+    EXPECT_EQ(testing::spoken_name(&dlg), "Notes");
+    EXPECT_EQ(testing::spoken_description(&dlg), "frmNotes");
 }
 
 TEST_F(FrmNotesDialog, ShowsTheNotesInTheOptionsFontWithTheCursorAtTheEnd) {

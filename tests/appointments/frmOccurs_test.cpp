@@ -1,3 +1,4 @@
+#include "../support/accessible.h"
 #include "../views/view_fixtures.h"
 #include "appointments/ui/frmOccurs.h"
 #include "core/ui/qt_modal.h"
@@ -62,23 +63,36 @@ TEST_F(FrmOccursDialog, ControlsAreFoundByTheirNames) {
     for (const char* name : {"Option1", "Option2"}) {
         auto* w = child<QRadioButton>(dlg, name);
         ASSERT_TRUE(w);
-        EXPECT_EQ(w->accessibleName(), name);
         EXPECT_FALSE(w->text().isEmpty());
+        EXPECT_EQ(testing::spoken_name(w), w->text());
+        EXPECT_EQ(testing::spoken_description(w), name);
     }
-    for (const char* name :
-         {"occursCombo", "EveryCombo", "occursWCombo", "everyWkDCombo", "mthCombo"}) {
-        auto* w = child<QComboBox>(dlg, name);
+    const struct {
+        const char* name;
+        const char* spoken;
+    } lists[] = {{"occursCombo", "How often"},
+                 {"EveryCombo", "Interval"},
+                 {"occursWCombo", "Week of the month"},
+                 {"everyWkDCombo", "Weekday"},
+                 {"mthCombo", "Month"}};
+    for (const auto& l : lists) {
+        auto* w = child<QComboBox>(dlg, l.name);
         ASSERT_TRUE(w);
-        EXPECT_EQ(w->accessibleName(), name);
+        EXPECT_EQ(testing::spoken_name(w), l.spoken);
+        EXPECT_EQ(testing::spoken_description(w), l.name);
     }
     auto* until = child<QDateEdit>(dlg, "untilDTPicker");
     auto* label = child<QLabel>(dlg, "Label1");
     auto* ok = child<QPushButton>(dlg, "Command2");
     auto* cancel = child<QPushButton>(dlg, "Command1");
     ASSERT_TRUE(until && label && ok && cancel);
-    EXPECT_EQ(until->accessibleName(), "untilDTPicker");
+    EXPECT_EQ(testing::spoken_name(until), "End date");
+    EXPECT_EQ(testing::spoken_description(until), "untilDTPicker");
     EXPECT_TRUE(until->calendarPopup());
-    EXPECT_EQ(label->accessibleName(), "Label1");
+    EXPECT_EQ(testing::spoken_name(label), label->text());
+    EXPECT_EQ(testing::spoken_description(label), "Label1");
+    EXPECT_EQ(testing::spoken_name(ok), "OK");
+    EXPECT_EQ(testing::spoken_description(ok), "Command2");
     EXPECT_EQ(ok->text(), "OK");
     EXPECT_TRUE(ok->isDefault());
     EXPECT_EQ(cancel->text(), "Cancel");
@@ -156,6 +170,8 @@ TEST_F(FrmOccursDialog, ChoosingWeeklyNamesTheWeekdayAndOffersTheMonthEnd) {
     dlg.show();
     choose(child<QComboBox>(dlg, "occursCombo"), 2);
     EXPECT_EQ(child<QLabel>(dlg, "Label1")->text(), "on  Sunday");
+    // A screen reader hears the label's new words.
+    EXPECT_EQ(testing::spoken_name(child<QLabel>(dlg, "Label1")), "on  Sunday");
     EXPECT_EQ(child<QDateEdit>(dlg, "untilDTPicker")->date(), QDate(2026, 3, 31));
     EXPECT_EQ(items(child<QComboBox>(dlg, "EveryCombo")),
               QStringList({"once weekly", "every 2 weeks", "every 3 weeks"}));

@@ -1,3 +1,4 @@
+#include "../support/accessible.h"
 #include "../views/view_fixtures.h"
 #include "appointments/ui/frmQuick.h"
 #include "core/ui/qt_modal.h"
@@ -52,8 +53,12 @@ TEST_F(FrmQuickDialog, ControlsAreFoundByTheirNames) {
     auto* ok = child<QPushButton>(dlg, "Command1");
     auto* cancel = child<QPushButton>(dlg, "Command2");
     ASSERT_TRUE(combo && picker && ok && cancel);
-    EXPECT_EQ(combo->accessibleName(), "typeIcombo");
-    EXPECT_EQ(picker->accessibleName(), "DTPicker1");
+    EXPECT_EQ(testing::spoken_name(combo), "Sticker");
+    EXPECT_EQ(testing::spoken_description(combo), "typeIcombo");
+    EXPECT_EQ(testing::spoken_name(picker), "End time");
+    EXPECT_EQ(testing::spoken_description(picker), "DTPicker1");
+    EXPECT_EQ(testing::spoken_name(ok), "OK");
+    EXPECT_EQ(testing::spoken_description(ok), "Command1");
     EXPECT_EQ(ok->text(), "OK");
     EXPECT_TRUE(ok->isDefault());
     EXPECT_EQ(cancel->text(), "Cancel");

@@ -90,6 +90,29 @@ TEST(StickerPictures, PictureFitsInsideTheSquare) {
     EXPECT_LT(edge, 32);
 }
 
+// The part of a picture that is drawn on: its opaque pixels' bounding box.
+QRect drawn_box(const QPixmap& pm) {
+    const QImage img = pm.toImage().convertToFormat(QImage::Format_ARGB32);
+    QRect box;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            if (qAlpha(img.pixel(x, y)) > 0) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST(StickerPictures, PictureFillsItsSquareButForAPixelAllRound) {
+    for (const QString& key : all_keys()) {
+        for (int px : {17, 24, 53}) {
+            const QRect box = drawn_box(sticker_picture(key, px));
+            EXPECT_EQ(std::max(box.width(), box.height()), px - 2) << key.toStdString() << px;
+            EXPECT_GE(box.left(), 1) << key.toStdString() << px;
+            EXPECT_GE(box.top(), 1) << key.toStdString() << px;
+            EXPECT_LE(box.right(), px - 2) << key.toStdString() << px;
+            EXPECT_LE(box.bottom(), px - 2) << key.toStdString() << px;
+        }
+    }
+}
+
 TEST(StickerPictures, UnknownKeyGivesNoPicture) {
     EXPECT_TRUE(sticker_picture(QStringLiteral("Meeting"), 24).isNull());
     EXPECT_TRUE(sticker_picture(QStringLiteral("0"), 24).isNull());
@@ -124,6 +147,39 @@ TEST(StickerPictures, PlannerProviderDrawsStickerKeysOnly) {
     ASSERT_FALSE(pm.isNull());
     EXPECT_EQ(pm.size(), QSize(18, 18));
     EXPECT_TRUE(provide(QStringLiteral("Meeting"), 18).isNull());
+}
+
+TEST(StickerPictures, PlannerPicturesAreRingedDarkSoTheyReadOnYellow) {
+    const PictureProvider provide = planner_pictures();
+    for (const QString& key : all_keys()) {
+        const QImage plain =
+            sticker_picture(key, 18).toImage().convertToFormat(QImage::Format_ARGB32);
+        const QImage ringed = provide(key, 18).toImage().convertToFormat(QImage::Format_ARGB32);
+        ASSERT_EQ(ringed.size(), QSize(18, 18)) << key.toStdString();
+        int rim = 0;
+        const auto solid = [&](int x, int y) {
+            return x >= 0 && y >= 0 && x < 18 && y < 18 && qAlpha(plain.pixel(x, y)) >= 128;
+        };
+        for (int y = 0; y < 18; ++y)
+            for (int x = 0; x < 18; ++x) {
+                if (qAlpha(plain.pixel(x, y)) >= 128) {
+                    EXPECT_EQ(ringed.pixel(x, y), plain.pixel(x, y)) << key.toStdString();
+                    continue;
+                }
+                if (qAlpha(plain.pixel(x, y)) > 0) continue; // the glyph's soft edge over it
+                bool beside = false;
+                for (int dy = -1; dy <= 1; ++dy)
+                    for (int dx = -1; dx <= 1; ++dx)
+                        beside = beside || solid(x + dx, y + dy);
+                if (!beside) continue;
+                // Outside the picture, next to it: dark and half opaque at least.
+                const QColor c = QColor::fromRgba(ringed.pixel(x, y));
+                EXPECT_GE(c.alpha(), 128) << key.toStdString() << " " << x << "," << y;
+                EXPECT_LT(c.lightness(), 128) << key.toStdString() << " " << x << "," << y;
+                ++rim;
+            }
+        EXPECT_GT(rim, 4) << key.toStdString();
+    }
 }
 
 } // namespace

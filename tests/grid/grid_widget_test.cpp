@@ -166,6 +166,120 @@ TEST_F(GridWidgetTest, DrawsAPictureFromTheProviderLeftCentre) {
     EXPECT_EQ(pixel(w, QPoint(unknown.left() + 8, unknown.center().y())), QColor(Qt::white));
 }
 
+// A provider that answers every key with a red square of the size asked for.
+QPixmap red_square(const QString&, int px) {
+    QPixmap pm(px, px);
+    pm.fill(Qt::red);
+    return pm;
+}
+
+// The red pixels' bounding box inside a part of the widget.
+QRect red_box(GridWidget& w, const QRect& part) {
+    const QImage img = w.grab().toImage();
+    QRect box;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            if (img.pixelColor(x, y) == QColor(Qt::red)) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST_F(GridWidgetTest, APictureIsAsTallAsItsRow) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 360); // 24 pixels
+    grid.setColWidth(1, 3000);
+    grid.setTextMatrix(1, 1, QStringLiteral("Dentist"));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Dentist"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    ASSERT_EQ(cell.height(), 24);
+    // All of the row but the line the cell keeps at its bottom.
+    EXPECT_EQ(red_box(w, cell), QRect(cell.left() + 2, cell.top(), 23, 23));
+}
+
+TEST_F(GridWidgetTest, ARowMadeVeryTallKeepsItsPictureToTwoLinesOfText) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 1500); // 100 pixels
+    grid.setColWidth(1, 3000);
+    grid.setTextMatrix(1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QFont font = w.model()->data(w.model()->index(1, 1), Qt::FontRole).value<QFont>();
+    const int lines = 2 * QFontMetrics(font, &w).height();
+    ASSERT_LT(lines, 99);
+    const QRect box = red_box(w, cell);
+    EXPECT_EQ(box.height(), lines);
+    EXPECT_NEAR(box.center().y(), cell.center().y(), 1);
+}
+
+TEST_F(GridWidgetTest, APictureInAMergedBlockIsOneRowHighAndCentredOnTheBlock) {
+    w.set_picture_provider(red_square);
+    grid.setMergeCells(MergeMode::Free);
+    grid.setMergeCol(1, true);
+    grid.setColWidth(1, 3000);
+    for (int r = 2; r <= 4; ++r) {
+        grid.setRowHeight(r, 360); // 24 pixels
+        grid.setTextMatrix(r, 1, QStringLiteral("Hike"));
+        grid.setCell(CellSetting::Picture, r, 1, QStringLiteral("Backpack"));
+        grid.setCell(CellSetting::PictureAlignment, r, 1, int(Align::LeftCenter));
+    }
+    w.refresh();
+    const QRect block = w.visualRect(w.model()->index(2, 1)).translated(w.viewport()->pos());
+    const QRect box = red_box(w, block);
+    ASSERT_EQ(w.rowHeight(2), 24);
+    EXPECT_EQ(box.height(), 23);
+    EXPECT_NEAR(box.center().y(), block.center().y(), 1);
+}
+
+TEST_F(GridWidgetTest, ACentredPictureKeepsClearOfTheTextItSharesTheCellWith) {
+    w.set_picture_provider(red_square);
+    grid.setRowHeight(1, 420);
+    grid.setColWidth(1, 660); // a navigator's day: 44 x 28 pixels
+    grid.setTextMatrix(1, 1, QStringLiteral(" 23"));
+    grid.setCell(CellSetting::Alignment, 1, 1, int(Align::RightTop));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Birthday"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::CenterCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QFontMetrics fm(w.model()->data(w.model()->index(1, 1), Qt::FontRole).value<QFont>());
+    const int digits = fm.horizontalAdvance(QStringLiteral("23"));
+    const QRect number(cell.right() - 3 - digits, cell.top() + 1, digits, fm.height());
+    const QRect box = red_box(w, cell);
+    ASSERT_FALSE(box.isEmpty());
+    EXPECT_FALSE(box.intersects(number));
+    EXPECT_GE(box.height(), 16); // beside the number, not squeezed under it
+}
+
+TEST_F(GridWidgetTest, ALongTextIsCutAtItsEndSoItsStartShowsBesideThePicture) {
+    w.set_picture_provider(red_square);
+    grid.setColWidth(1, 1500); // 100 pixels
+    grid.setRowHeight(1, 300);
+    // Its start and its end are ink, its middle blank: centred and cut at
+    // both sides it would show nothing at all.
+    grid.setTextMatrix(1, 1, QStringLiteral("W") + QString(90, u' ') + QStringLiteral("W"));
+    grid.setCell(CellSetting::Alignment, 1, 1, int(Align::CenterCenter));
+    grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("Computer"));
+    grid.setCell(CellSetting::PictureAlignment, 1, 1, int(Align::LeftCenter));
+    w.refresh();
+    const QRect cell = w.cell_rect(1, 1);
+    const QRect picture = red_box(w, cell);
+    ASSERT_FALSE(picture.isEmpty());
+    const QImage img = w.grab().toImage();
+    int ink_on_picture = 0, ink_beside = 0;
+    for (int y = cell.top() + 1; y < cell.bottom(); ++y) {
+        for (int x = cell.left() + 1; x < cell.right(); ++x) {
+            const QColor px = img.pixelColor(x, y);
+            const bool ink = px.lightness() < 100;
+            if (ink && picture.contains(x, y)) ++ink_on_picture;
+            if (ink && x > picture.right() + 2 && x < picture.right() + 12) ++ink_beside;
+        }
+    }
+    EXPECT_EQ(ink_on_picture, 0);
+    EXPECT_GT(ink_beside, 0); // the start is read right after the picture
+}
+
 TEST_F(GridWidgetTest, WithoutAProviderACellHasNoPicture) {
     grid.setCell(CellSetting::Picture, 1, 1, QStringLiteral("red"));
     w.refresh();
@@ -304,18 +418,28 @@ TEST_F(GridWidgetTest, ClickGivesTheGridRowAndColumn) {
     EXPECT_EQ(grid.MouseCol(), 2);
 }
 
-TEST_F(GridWidgetTest, ClickOnAMergedBlockGivesItsFirstRow) {
+TEST_F(GridWidgetTest, ClickInAMergedBlockGivesTheRowUnderThePointerAndPutsTheCursorThere) {
     grid.setMergeCells(MergeMode::Free);
     grid.setMergeCol(2, true);
     for (int r = 2; r <= 5; ++r)
         grid.setTextMatrix(r, 2, QStringLiteral("Lunch"));
     w.refresh();
+    ASSERT_EQ(w.rowSpan(2, 2), 4);
     QSignalSpy clicks(&w, &GridWidget::cellClicked);
+    QSignalSpy downs(&w, &GridWidget::mouseDown);
     const QRect block = w.cell_rect(2, 2);
-    QTest::mouseClick(w.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      in_viewport(w, QPoint(block.center().x(), block.top() + 3 * w.rowHeight(2))));
+    // The middle of the block's fourth row, grid row 5.
+    const QPoint at(block.center().x(), block.top() + 3 * w.rowHeight(2) + w.rowHeight(5) / 2);
+    QTest::mouseClick(w.viewport(), Qt::LeftButton, Qt::NoModifier, in_viewport(w, at));
     ASSERT_EQ(clicks.count(), 1);
-    EXPECT_EQ(clicks.at(0).at(0).toInt(), 2);
+    EXPECT_EQ(clicks.at(0).at(0).toInt(), 5);
+    EXPECT_EQ(clicks.at(0).at(1).toInt(), 2);
+    EXPECT_EQ(downs.at(0).at(0).toInt(), 5);
+    EXPECT_EQ(grid.Row(), 5);
+    EXPECT_EQ(grid.Col(), 2);
+    EXPECT_EQ(w.cell_at(at).row, 5);
+    w.refresh();
+    EXPECT_EQ(grid.Row(), 5); // the view's own cursor does not pull it back
 }
 
 TEST_F(GridWidgetTest, ClickOnAFixedColumnGivesColumnZero) {

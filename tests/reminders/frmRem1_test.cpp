@@ -1,3 +1,4 @@
+#include "../support/accessible.h"
 #include "../support/typing.h"
 #include "../views/view_fixtures.h"
 #include "core/ui/qt_modal.h"
@@ -66,13 +67,35 @@ TEST_F(FrmRem1Dialog, ControlsAreFoundByTheirNames) {
     editing();
     FrmRem1 dlg(s);
     EXPECT_EQ(dlg.objectName(), "frmRem1");
-    for (const char* name : {"advComboN", "advComboInt", "animateIcombo", "alarmTxt", "Command5",
-                             "prevwCmd0", "prevwCmd1", "Slider1", "lblAppt", "lblRemindMe",
-                             "lblNtimes", "Label10", "Command1", "Command2"}) {
-        QWidget* w = child<QWidget>(dlg, name);
+    const struct {
+        const char* name;
+        QString spoken; // empty: the control's own text
+    } controls[] = {
+        {"advComboN", "Reminder lead"},
+        {"advComboInt", "Reminder lead unit"},
+        {"animateIcombo", "Animated messenger"},
+        {"alarmTxt", "Alarm sound file"},
+        {"Slider1", "Messenger speed"},
+        {"Command5", "Browse"},
+        {"prevwCmd0", "Preview"},
+        {"prevwCmd1", "Preview"},
+        {"Command1", "OK"},
+        {"Command2", "Cancel"},
+        {"Label10", "Alarm Sounds  "},
+        {"lblAppt", {}},
+        {"lblRemindMe", {}},
+        {"lblNtimes", {}},
+        {"Frame1", "Special Effects (Optional):"},
+    };
+    for (const auto& c : controls) {
+        QWidget* w = child<QWidget>(dlg, c.name);
         ASSERT_NE(w, nullptr);
-        EXPECT_EQ(w->accessibleName(), QString::fromLatin1(name));
+        const QString spoken = c.spoken.isEmpty() ? qobject_cast<QLabel*>(w)->text() : c.spoken;
+        EXPECT_EQ(testing::spoken_name(w), spoken) << c.name;
+        EXPECT_EQ(testing::spoken_description(w), QString::fromLatin1(c.name));
     }
+    EXPECT_FALSE(child<QLabel>(dlg, "lblAppt")->text().isEmpty());
+    EXPECT_EQ(testing::spoken_description(&dlg), "frmRem1");
 }
 
 TEST_F(FrmRem1Dialog, CaptionsAndToolTipsAreAsTheProgramWritesThem) {

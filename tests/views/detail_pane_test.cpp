@@ -172,6 +172,19 @@ TEST_F(DetailPane, RowHeightsFollowTheGridWithinLimits) {
     EXPECT_EQ(s.vsDtl.RowHeight(1), 300);
 }
 
+TEST_F(DetailPane, RowsHeightIsWhatTheFillGivesItsSixRows) {
+    env.add(env.entry("a", "09:00", "10:00", "Dentist"));
+    rebuild(s);
+    for (int height : {1750, 6000, 300, 2100}) {
+        s.vsDtl.set_extent(4455, height);
+        select(19, 2);
+        int sum = 0;
+        for (int r = 0; r < 6; ++r)
+            sum += s.vsDtl.RowHeight(r);
+        EXPECT_EQ(dtl_rows_height(height), sum) << height;
+    }
+}
+
 TEST_F(DetailPane, TextColumnFitsButStaysWithinTwiceTheGrid) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);

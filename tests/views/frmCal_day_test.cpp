@@ -1,9 +1,11 @@
 #include "core/clock.h"
+#include "grid/ui/grid_model.h"
 #include "grid/ui/grid_widget.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
+#include "support/accessible.h"
 #include "support/scripted_modal.h"
 #include "views/day_view.h"
 #include "views/status.h"
@@ -17,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -35,24 +38,25 @@ class DayPage : public ::testing::Test {
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         install_clock(&clk);
-        Shared seed;
-        seed.app_path = dir.path();
-        seed.cal_path = dir.filePath("calendar.cal");
-        const auto add = [&](const char* id, const char* start, const char* end, const char* text,
-                             const char* type) {
-            appt_rec r = testing::make_appt("11212026", id, start, text);
-            r.appt_start = QString::fromLatin1(start);
-            r.appt_end = QString::fromLatin1(end);
-            r.appt_type = QString::fromLatin1(type);
-            r.appt_notes = QStringLiteral("Bring the insurance card");
-            seed.occur_count = 1;
-            *seed.occur_row(1) = r;
-            EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
-        };
         add("211", "09:00", "10:00", "Dentist", "Dentist");
         add("212", "09:30", "11:00", "Team meeting", "Computer");
         add("213", "     ", "     ", "Mum's birthday", "Birthday");
         add("214", "13:00", "17:30", "Hike up the hill", "Backpack");
+    }
+    // One more entry on the day, written to the calendar before launch().
+    void add(const char* id, const char* start, const char* end, const char* text,
+             const char* type) {
+        Shared seed;
+        seed.app_path = dir.path();
+        seed.cal_path = dir.filePath("calendar.cal");
+        appt_rec r = testing::make_appt("11212026", id, start, text);
+        r.appt_start = QString::fromLatin1(start);
+        r.appt_end = QString::fromLatin1(end);
+        r.appt_type = QString::fromLatin1(type);
+        r.appt_notes = QStringLiteral("Bring the insurance card");
+        seed.occur_count = 1;
+        *seed.occur_row(1) = r;
+        EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
     }
     void TearDown() override {
         run.reset();
@@ -122,7 +126,8 @@ TEST_F(DayPage, GridIsReadableAsATableByAssistiveTools) {
     QAccessibleInterface* ai = QAccessible::queryAccessibleInterface(sched());
     ASSERT_NE(ai, nullptr);
     EXPECT_EQ(ai->role(), QAccessible::Table);
-    EXPECT_EQ(ai->text(QAccessible::Name), "vsSched");
+    EXPECT_EQ(ai->text(QAccessible::Name), "Day planner");
+    EXPECT_EQ(ai->text(QAccessible::Description), "vsSched");
     QAccessibleTableInterface* table = ai->tableInterface();
     ASSERT_NE(table, nullptr);
     bool found = false;
@@ -131,6 +136,93 @@ TEST_F(DayPage, GridIsReadableAsATableByAssistiveTools) {
             if (QAccessibleInterface* cell = table->cellAt(r, c))
                 found = cell->text(QAccessible::Name).contains("Team meeting");
     EXPECT_TRUE(found);
+}
+
+TEST_F(DayPage, ScreenReaderHearsWhatTheWindowShowsAndToolsFindTheControlsByName) {
+    launch();
+    using testing::spoken_description;
+    using testing::spoken_name;
+    // Labels and status panels: their text, now and after it changes.
+    auto* band = find<QLabel>("Label1");
+    ASSERT_NE(band, nullptr);
+    EXPECT_EQ(spoken_name(band), long_date_label(QDate(2026, 11, 21)));
+    EXPECT_EQ(spoken_description(band), "Label1");
+    const struct {
+        const char* object;
+        QString text;
+    } panels[] = {
+        {"nbrAppts", "4   Appointments"},
+        {"cFile", s().cal_path},
+        {"yrDay", "  Day   325"},
+        {"daysLeft", "40 Days remain"},
+    };
+    for (const auto& p : panels) {
+        auto* l = find<QLabel>(p.object);
+        ASSERT_NE(l, nullptr) << p.object;
+        EXPECT_EQ(l->parentWidget(), run->window->statusBar());
+        EXPECT_EQ(spoken_name(l), p.text) << p.object;
+        EXPECT_EQ(spoken_description(l), p.object);
+    }
+    EXPECT_EQ(spoken_name(find<QLabel>("lblNotes")), "Appointment Notes:");
+    EXPECT_EQ(spoken_description(find<QLabel>("lblNotes")), "lblNotes");
+
+    // Grids, pickers and boxes: what they are for.
+    const struct {
+        const char* object;
+        const char* spoken;
+    } named[] = {
+        {"vsSched", "Day planner"},
+        {"Cal", "Navigator calendar"},
+        {"vsDtl", "Appointment details"},
+        {"Combo1", "Month"},
+        {"Combo2", "Year"},
+        {"rtNotes", "Appointment notes"},
+        {"Frame2", "Detail pane"},
+        {"StatusBar1", "Status bar"},
+        {"Frame3", "Tools"},
+    };
+    for (const auto& n : named) {
+        QWidget* w = find<QWidget>(n.object);
+        ASSERT_NE(w, nullptr) << n.object;
+        EXPECT_EQ(spoken_name(w), n.spoken) << n.object;
+        EXPECT_EQ(spoken_description(w), n.object);
+    }
+    // A list's name says what it is for; the item chosen is its value.
+    QAccessibleInterface* month = QAccessible::queryAccessibleInterface(find<QComboBox>("Combo1"));
+    ASSERT_NE(month, nullptr);
+    EXPECT_EQ(month->role(), QAccessible::ComboBox);
+    EXPECT_EQ(month->text(QAccessible::Value), "November");
+    // A tab strip speaks its selected tab, whose caption is what shows.
+    EXPECT_EQ(spoken_name(find<QTabBar>("TabStrip1")), "Appointment Details");
+    // Buttons: the caption, or the tip of a picture alone.
+    EXPECT_EQ(spoken_name(find<QToolButton>("imageDay")), "Day");
+    EXPECT_EQ(spoken_name(find<QToolButton>("ImageArrow1")), "Next");
+    EXPECT_EQ(spoken_name(find<QToolButton>("imgPriorMth")), "Prior Month");
+    EXPECT_EQ(spoken_name(find<QToolButton>("imgDtlNext")), "Next appointment");
+    EXPECT_EQ(spoken_description(find<QToolButton>("imgDtlNext")), "imgDtlNext");
+    for (QWidget* w : run->window->findChildren<QWidget*>()) {
+        if (w->objectName().isEmpty() || !w->isVisible()) continue;
+        if (qobject_cast<QLabel*>(w) || qobject_cast<QAbstractButton*>(w) ||
+            qobject_cast<GridWidget*>(w) || qobject_cast<QComboBox*>(w)) {
+            EXPECT_NE(spoken_name(w), w->objectName()) << w->objectName().toStdString();
+            if (w->objectName() == u"corner") continue; // a grid's own cell
+            EXPECT_EQ(spoken_description(w), w->objectName()) << w->objectName().toStdString();
+        }
+    }
+
+    // The caption of the pane speaks the entry shown, and the date band the
+    // next day once the arrow is pressed.
+    const QRect cell = sched()->cell_rect(20, 4);
+    QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                      sched()->viewport()->mapFrom(sched(), cell.center()));
+    auto* caption = find<QLabel>("lblDtlCaption");
+    ASSERT_NE(caption, nullptr);
+    EXPECT_TRUE(caption->text().endsWith("Team meeting"));
+    EXPECT_EQ(spoken_name(caption), caption->text());
+    EXPECT_EQ(spoken_description(caption), "lblDtlCaption");
+    find<QToolButton>("ImageArrow1")->click();
+    EXPECT_EQ(spoken_name(band), long_date_label(QDate(2026, 11, 22)));
+    EXPECT_EQ(spoken_name(find<QLabel>("nbrAppts")), "0   Appointments");
 }
 
 TEST_F(DayPage, PageIsLaidOutWithoutOverlapAt1280x800And1920x1080) {
@@ -153,13 +245,99 @@ TEST_F(DayPage, PageIsLaidOutWithoutOverlapAt1280x800And1920x1080) {
     }
 }
 
+TEST_F(DayPage, PaneShowsItsCaptionWholeAboveThePicturesAndEveryRowOfTheFacts) {
+    add("215", "09:45", "10:15", "Quarterly planning with the whole team and guests", "Computer");
+    for (QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        launch(size);
+        if (!s().menus.mnuShowTimes) find<QAction>("mnuShowTimes")->trigger();
+        sched()->refresh();
+        ASSERT_EQ(data(s(), 20, 6), "5");
+        const QRect cell = sched()->cell_rect(20, 6);
+        ASSERT_FALSE(cell.isEmpty());
+        QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                          sched()->viewport()->mapFrom(sched(), cell.center()));
+
+        auto* pane = find<QGroupBox>("Frame2");
+        auto* caption = find<QLabel>("lblDtlCaption");
+        ASSERT_NE(caption, nullptr);
+        EXPECT_EQ(caption->text(), "9:45 am   Quarterly planning with the whole team and guests");
+        EXPECT_TRUE(caption->isVisible());
+        EXPECT_EQ(caption->parentWidget(), pane);
+        // Whole: the wrapped text needs no more height than the label has.
+        EXPECT_LE(caption->heightForWidth(caption->width()), caption->height()) << size.width();
+        const char* const parts[] = {"lblDtlCaption", "imgDtlAppt", "imgDtlNote", "imgDtlPrior",
+                                     "imgDtlNext",    "vsDtl",      "lblNotes",   "rtNotes"};
+        for (const char* a : parts) {
+            QWidget* wa = find<QWidget>(a);
+            ASSERT_NE(wa, nullptr) << a;
+            EXPECT_TRUE(pane->contentsRect().contains(wa->geometry())) << a << size.width();
+            for (const char* b : parts) {
+                if (a == b) continue;
+                EXPECT_FALSE(wa->geometry().intersects(find<QWidget>(b)->geometry()))
+                    << a << " over " << b << " at " << size.width();
+            }
+        }
+
+        auto* facts = find<GridWidget>("vsDtl");
+        facts->refresh();
+        EXPECT_FALSE(facts->verticalScrollBar()->isVisible()) << size.width();
+        // The longest line is wider than the pane of a smaller window, which
+        // scrolls sideways; a wide window's pane shows it whole.
+        if (size.width() < 1600)
+            EXPECT_GT(facts->horizontalScrollBar()->maximum(), 0) << size.width();
+        else
+            EXPECT_FALSE(facts->horizontalScrollBar()->isVisible()) << size.width();
+        for (int r = 0; r < 6; ++r) {
+            const QRect row = facts->cell_rect(r, 1);
+            EXPECT_GE(row.top(), facts->viewport()->geometry().top()) << r << " " << size.width();
+            EXPECT_LE(row.bottom(), facts->viewport()->geometry().bottom())
+                << r << " " << size.width();
+        }
+        run.reset();
+    }
+}
+
 TEST_F(DayPage, FollowsResizing) {
     launch(QSize(1280, 800));
     const int before = sched()->width();
+    const int side_before = find<QWidget>("Cal")->width();
     run->window->resize(1600, 900);
     QApplication::processEvents();
-    EXPECT_EQ(sched()->width() - before, 320);
-    EXPECT_NEAR(s().vsSched.Width(), sched()->width() * 15, 15);
+    // A quarter of the window goes to the navigator and pane, the rest of the
+    // growth to the day grid.
+    EXPECT_EQ(find<QWidget>("Cal")->width() - side_before, 80);
+    EXPECT_EQ(sched()->width() - before, 240);
+    // The columns are sized against the width they can fill.
+    EXPECT_NEAR(s().vsSched.Width(), sched()->columns_room() * 15, 15);
+    EXPECT_LT(sched()->columns_room(), sched()->width());
+}
+
+TEST_F(DayPage, ThreeOverlappingEntriesFitWithoutAHorizontalScrollBar) {
+    add("215", "09:45", "10:15", "Call the garage", "Car");
+    for (QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        launch(size);
+        // 09:45 overlaps both the dentist and the meeting: three columns.
+        ASSERT_EQ(data(s(), 20, 2), "1") << size.width();
+        ASSERT_EQ(data(s(), 20, 4), "2") << size.width();
+        ASSERT_EQ(data(s(), 20, 6), "5") << size.width();
+        QScrollBar* bar = sched()->horizontalScrollBar();
+        EXPECT_FALSE(bar->isVisible()) << size.width();
+        EXPECT_EQ(bar->maximum(), 0) << size.width();
+        // The spare column to type into shows whole beside the last block.
+        const QRect spare = sched()->cell_rect(20, 8);
+        ASSERT_FALSE(spare.isEmpty()) << size.width();
+        EXPECT_LE(spare.right(), sched()->viewport()->geometry().right()) << size.width();
+        run.reset();
+    }
+}
+
+TEST_F(DayPage, AFourthOverlapKeepsTheWidthOfTheOthersAndScrollsSideways) {
+    add("215", "09:45", "10:15", "Call the garage", "Car");
+    add("216", "09:50", "10:20", "Coffee with Ann", "Coffee");
+    launch();
+    ASSERT_EQ(data(s(), 20, 8), "6");
+    EXPECT_EQ(s().vsSched.ColWidth(8), s().vsSched.ColWidth(2));
+    EXPECT_TRUE(sched()->horizontalScrollBar()->isVisible());
 }
 
 TEST_F(DayPage, StatusBarCheckHidesAndShowsTheBar) {
@@ -183,6 +361,82 @@ TEST_F(DayPage, ClickingAnEntryShowsItInThePane) {
     EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Team meeting");
     EXPECT_EQ(s().vsDtl.TextMatrix(1, 1), "09:30 am  -  11:00 am     [ 1 hour  30 minutes ]");
     EXPECT_TRUE(find<QToolButton>("imgDtlNote")->isEnabled());
+}
+
+TEST_F(DayPage, ClickInALongBlockMakesTheClickedRowCurrentAndNextGoesOnFromThere) {
+    launch();
+    // The hike, 01:00 to 05:30 pm, is one merged block over rows 27 to 35 of
+    // column 2; row 33 is 04:00 pm.
+    ASSERT_EQ(data(s(), 27, 2), "4");
+    ASSERT_EQ(data(s(), 35, 2), "4");
+    s().vsSched.ShowCell(33, 2);
+    sched()->refresh();
+    const QRect cell = sched()->cell_rect(33, 2);
+    ASSERT_FALSE(cell.isEmpty());
+    ASSERT_GT(sched()->rowSpan(27, 1), 1); // drawn as one block
+    QTest::mouseClick(sched()->viewport(), Qt::LeftButton, {},
+                      sched()->viewport()->mapFrom(sched(), cell.center()));
+    EXPECT_EQ(s().cur_row, 33);
+    EXPECT_EQ(s().cur_col, 2);
+    EXPECT_EQ(s().vsSched.Row(), 33);
+    EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Hike up the hill");
+    EXPECT_EQ(find<QGroupBox>("Frame2")->isVisible(), true);
+
+    QTest::mouseClick(find<QToolButton>("imgDtlNext"), Qt::LeftButton);
+    EXPECT_EQ(s().cur_row, 34);
+    EXPECT_EQ(s().cur_col, 2);
+    EXPECT_EQ(s().vsSched.Row(), 34);
+    EXPECT_EQ(s().vsDtl.TextMatrix(0, 1).trimmed(), "Hike up the hill");
+    EXPECT_TRUE(m.messages().empty());
+}
+
+// The bounding box of the pixels in `part` of a widget's picture that differ
+// from `back`.
+QRect drawn_on(QWidget* w, const QRect& part, const QColor& back) {
+    const QImage img = w->grab().toImage();
+    QRect box;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int x = part.left(); x <= part.right(); ++x)
+            if (img.pixelColor(x, y) != back) box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+TEST_F(DayPage, AStickerInTheDayGridIsAsTallAsARow) {
+    launch();
+    // The dentist's block, 09:00 to 10:00, two rows in column 2.
+    const QRect block = sched()->cell_rect(19, 2).united(sched()->cell_rect(20, 2));
+    const int row = sched()->cell_rect(19, 2).height();
+    ASSERT_GE(row, 17);
+    // The picture stands at the left, inside the block's box.
+    const QRect left(block.left() + 2, block.top() + 2, row + 2, block.height() - 4);
+    const QRect picture = drawn_on(sched(), left, qt_color(s().appt_back_color));
+    ASSERT_FALSE(picture.isEmpty());
+    EXPECT_GE(picture.height(), row - 3);
+    EXPECT_LE(picture.height(), row);
+}
+
+TEST_F(DayPage, TheNavigatorsMarkSitsBesideTheDayNumberNotOnIt) {
+    launch();
+    // Saturday the 21st, with the day's stickers, is in row 3 of the month.
+    auto* cal = find<GridWidget>("Cal");
+    ASSERT_EQ(s().Cal.TextMatrix(3, 6), " 21");
+    ASSERT_FALSE(s().Cal.Cell(CellSetting::Picture, 3, 6).toString().isEmpty());
+    const QRect cell = cal->cell_rect(3, 6);
+    const QFont font = cal->model()->data(cal->model()->index(2, 6), Qt::FontRole).value<QFont>();
+    const QFontMetrics fm(font, cal);
+    const int digits = fm.horizontalAdvance(QStringLiteral("21"));
+    const QRect number(cell.right() - 3 - digits, cell.top() + 1, digits, fm.height());
+    // Coloured pixels are the mark's: the number and the lines are grey.
+    const QImage img = cal->grab().toImage();
+    QRect mark;
+    for (int y = cell.top(); y < cell.bottom(); ++y)
+        for (int x = cell.left(); x < cell.right(); ++x) {
+            const QColor c = img.pixelColor(x, y);
+            if (c.hsvSaturation() > 80 && c.value() > 60) mark |= QRect(x, y, 1, 1);
+        }
+    ASSERT_FALSE(mark.isEmpty());
+    EXPECT_FALSE(mark.intersects(number));
+    EXPECT_GE(mark.height(), 14);
 }
 
 TEST_F(DayPage, NextDayArrowMovesTheWholePage) {

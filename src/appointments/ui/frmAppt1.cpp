@@ -39,13 +39,14 @@ QToolButton* picture_button(QWidget* parent, const QString& name, const QString&
 
 QLabel* caption_label(QWidget* parent, const QString& name, const QString& text) {
     auto* l = new QLabel(text, parent);
-    l->setObjectName(name);
+    name_control(l, name);
     return l;
 }
 
-QTimeEdit* time_picker(QWidget* parent, const QString& name, const QString& tip) {
+QTimeEdit* time_picker(QWidget* parent, const QString& name, const QString& tip,
+                       const QString& spoken) {
     auto* t = new QTimeEdit(parent);
-    name_control(t, name);
+    name_control(t, name, spoken);
     t->setDisplayFormat(QStringLiteral("h:mm AP"));
     t->setToolTip(tip);
     return t;
@@ -55,7 +56,7 @@ QTimeEdit* time_picker(QWidget* parent, const QString& name, const QString& tip)
 
 FrmAppt1::FrmAppt1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setObjectName(QStringLiteral("frmAppt1"));
-    setAccessibleName(QStringLiteral("frmAppt1"));
+    setAccessibleDescription(QStringLiteral("frmAppt1"));
     setModal(true);
     build();
     s_.appt_form = &f_;
@@ -81,14 +82,14 @@ FrmAppt1::~FrmAppt1() {
 
 void FrmAppt1::build() {
     Text1_ = new QLineEdit(this);
-    name_control(Text1_, QStringLiteral("Text1"));
+    name_control(Text1_, QStringLiteral("Text1"), QStringLiteral("Description"));
     limit_bytes(Text1_, text1_limit);
     Text1_->setToolTip(QStringLiteral("Appointment description or subject."));
     auto* lblText = caption_label(this, QStringLiteral("lblText"), QStringLiteral("Description:"));
     lblText->setBuddy(Text1_);
 
     typeIcombo_ = new QComboBox(this);
-    name_control(typeIcombo_, QStringLiteral("typeIcombo"));
+    name_control(typeIcombo_, QStringLiteral("typeIcombo"), QStringLiteral("Sticker"));
     typeIcombo_->setIconSize(QSize(20, 20));
     typeIcombo_->setToolTip(QStringLiteral("Appointment Icons"));
     auto* lblSticker =
@@ -96,7 +97,7 @@ void FrmAppt1::build() {
     lblSticker->setBuddy(typeIcombo_);
 
     apptDTPicker_ = new QDateEdit(this);
-    name_control(apptDTPicker_, QStringLiteral("apptDTPicker"));
+    name_control(apptDTPicker_, QStringLiteral("apptDTPicker"), QStringLiteral("Start date"));
     apptDTPicker_->setCalendarPopup(true);
     apptDTPicker_->setDisplayFormat(QStringLiteral("MM/dd/yyyy"));
     apptDTPicker_->setToolTip(QStringLiteral(
@@ -107,7 +108,7 @@ void FrmAppt1::build() {
     lblDateTime_->setBuddy(apptDTPicker_);
 
     txtApptDt_ = new QLineEdit(this);
-    name_control(txtApptDt_, QStringLiteral("txtApptDt"));
+    name_control(txtApptDt_, QStringLiteral("txtApptDt"), QStringLiteral("Appointment date"));
     txtApptDt_->setReadOnly(true);
     txtApptDt_->setToolTip(QStringLiteral("Actual appointment date."));
     // Room for the longest long date, so it is read from its beginning.
@@ -116,7 +117,7 @@ void FrmAppt1::build() {
     lblApptDt_ = caption_label(this, QStringLiteral("lblApptDt"), QStringLiteral("Appt Date:"));
     lblApptDt_->setBuddy(txtApptDt_);
     imgApptDt_ = new QLabel(this);
-    imgApptDt_->setObjectName(QStringLiteral("imgApptDt"));
+    name_control(imgApptDt_, QStringLiteral("imgApptDt"));
     imgApptDt_->setPixmap(
         tool_icon(QStringLiteral("view-calendar-day"), QStringLiteral("\U0001F4C6"))
             .pixmap(20, 20));
@@ -128,8 +129,10 @@ void FrmAppt1::build() {
     name_control(Check2_, QStringLiteral("Check2"));
     Check2_->setToolTip(QStringLiteral("All day event "));
 
-    aptTimePick1_ = time_picker(this, QStringLiteral("aptTimePick1"), QStringLiteral("Start time"));
-    aptTimePick2_ = time_picker(this, QStringLiteral("aptTimePick2"), QStringLiteral("End Time"));
+    aptTimePick1_ = time_picker(this, QStringLiteral("aptTimePick1"), QStringLiteral("Start time"),
+                                QStringLiteral("Start time"));
+    aptTimePick2_ = time_picker(this, QStringLiteral("aptTimePick2"), QStringLiteral("End Time"),
+                                QStringLiteral("End time"));
     auto* lblStart = caption_label(this, QStringLiteral("lblStart"), QStringLiteral("Start:"));
     lblStart->setBuddy(aptTimePick1_);
     auto* lblEnd = caption_label(this, QStringLiteral("lblEnd"), QStringLiteral("End:"));
@@ -147,7 +150,7 @@ void FrmAppt1::build() {
     lblRem_->setWordWrap(true);
 
     Notes_ = new QLineEdit(this);
-    name_control(Notes_, QStringLiteral("Notes"));
+    name_control(Notes_, QStringLiteral("Notes"), QStringLiteral("Notes"));
     limit_bytes(Notes_, notes_limit);
     Image6_ = picture_button(this, QStringLiteral("Image6"), QStringLiteral("Edit Notes"),
                              QStringLiteral("document-edit"), QStringLiteral("\U0001F4DD"));

@@ -36,12 +36,12 @@ QWidget* find_anchor(QWidget* parent, const QString& name) {
 
 FrmNotes::FrmNotes(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setObjectName(QStringLiteral("frmNotes"));
-    setAccessibleName(QStringLiteral("frmNotes"));
+    setAccessibleDescription(QStringLiteral("frmNotes"));
     setWindowTitle(QStringLiteral("Notes"));
     setModal(true);
 
     rtNotes_ = new QPlainTextEdit(this);
-    name_control(rtNotes_, QStringLiteral("rtNotes"));
+    name_control(rtNotes_, QStringLiteral("rtNotes"), QStringLiteral("Notes"));
     rtNotes_->setTabChangesFocus(true);
     Command1_ = new QPushButton(QStringLiteral("OK"), this);
     name_control(Command1_, QStringLiteral("Command1"));

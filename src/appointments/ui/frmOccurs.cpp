@@ -39,7 +39,7 @@ QWidget* find_editor_window() {
 FrmOccurs::FrmOccurs(AppState& s, ApptForm& editor, QWidget* parent)
     : QDialog(parent), s_(s), editor_(editor) {
     setObjectName(QStringLiteral("frmOccurs"));
-    setAccessibleName(QStringLiteral("frmOccurs"));
+    setAccessibleDescription(QStringLiteral("frmOccurs"));
     setWindowTitle(QStringLiteral("Recurring Appointment"));
     setModal(true);
 
@@ -49,27 +49,28 @@ FrmOccurs::FrmOccurs(AppState& s, ApptForm& editor, QWidget* parent)
     name_control(Option2_, QStringLiteral("Option2"));
 
     occursCombo_ = new QComboBox(this);
-    name_control(occursCombo_, QStringLiteral("occursCombo"));
+    name_control(occursCombo_, QStringLiteral("occursCombo"), QStringLiteral("How often"));
     EveryCombo_ = new QComboBox(this);
-    name_control(EveryCombo_, QStringLiteral("EveryCombo"));
+    name_control(EveryCombo_, QStringLiteral("EveryCombo"), QStringLiteral("Interval"));
     Label1_ = new QLabel(this);
     name_control(Label1_, QStringLiteral("Label1"));
     Label1_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("on  September 30")));
 
     occursWCombo_ = new QComboBox(this);
-    name_control(occursWCombo_, QStringLiteral("occursWCombo"));
+    name_control(occursWCombo_, QStringLiteral("occursWCombo"),
+                 QStringLiteral("Week of the month"));
     everyWkDCombo_ = new QComboBox(this);
-    name_control(everyWkDCombo_, QStringLiteral("everyWkDCombo"));
+    name_control(everyWkDCombo_, QStringLiteral("everyWkDCombo"), QStringLiteral("Weekday"));
     mthCombo_ = new QComboBox(this);
-    name_control(mthCombo_, QStringLiteral("mthCombo"));
+    name_control(mthCombo_, QStringLiteral("mthCombo"), QStringLiteral("Month"));
 
     untilDTPicker_ = new QDateEdit(this);
     // The same face as the editor's date picker beside it.
     untilDTPicker_->setDisplayFormat(QStringLiteral("MM/dd/yyyy"));
-    name_control(untilDTPicker_, QStringLiteral("untilDTPicker"));
+    name_control(untilDTPicker_, QStringLiteral("untilDTPicker"), QStringLiteral("End date"));
     untilDTPicker_->setCalendarPopup(true);
     auto* lblEndDate = new QLabel(QStringLiteral("End Date:"), this);
-    lblEndDate->setObjectName(QStringLiteral("lblEndDate"));
+    name_control(lblEndDate, QStringLiteral("lblEndDate"));
     lblEndDate->setBuddy(untilDTPicker_);
 
     Command2_ = new QPushButton(QStringLiteral("OK"), this);

@@ -18,21 +18,21 @@ namespace orva {
 
 FrmQuick::FrmQuick(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setObjectName(QStringLiteral("frmQuick"));
-    setAccessibleName(QStringLiteral("frmQuick"));
+    setAccessibleDescription(QStringLiteral("frmQuick"));
     setModal(true);
 
     typeIcombo_ = new QComboBox(this);
-    name_control(typeIcombo_, QStringLiteral("typeIcombo"));
+    name_control(typeIcombo_, QStringLiteral("typeIcombo"), QStringLiteral("Sticker"));
     typeIcombo_->setIconSize(QSize(20, 20));
     auto* lblSticker = new QLabel(QStringLiteral("Sticker"), this);
-    lblSticker->setObjectName(QStringLiteral("lblSticker"));
+    name_control(lblSticker, QStringLiteral("lblSticker"));
     lblSticker->setBuddy(typeIcombo_);
 
     DTPicker1_ = new QTimeEdit(this);
-    name_control(DTPicker1_, QStringLiteral("DTPicker1"));
+    name_control(DTPicker1_, QStringLiteral("DTPicker1"), QStringLiteral("End time"));
     DTPicker1_->setDisplayFormat(QStringLiteral("h:mm AP"));
     auto* lblEndTime = new QLabel(QStringLiteral("End Time"), this);
-    lblEndTime->setObjectName(QStringLiteral("lblEndTime"));
+    name_control(lblEndTime, QStringLiteral("lblEndTime"));
     lblEndTime->setBuddy(DTPicker1_);
 
     Command1_ = new QPushButton(QStringLiteral("OK"), this);

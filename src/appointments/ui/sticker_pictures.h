@@ -19,7 +19,9 @@ QPixmap sticker_picture(const QString& key, int px);
 // with no picture.
 QIcon sticker_icon(const QString& key);
 
-// What the planner grids install with GridWidget::set_picture_provider.
+// What the planner grids install with GridWidget::set_picture_provider: the
+// sticker pictures, each ringed by a thin dark line so that it reads on the
+// yellow of an appointment as well as on white. Cached like the pictures.
 PictureProvider planner_pictures();
 
 } // namespace orva

@@ -3,7 +3,10 @@
 #include "core/controls.h"
 #include "core/field_text.h"
 
+#include <QAbstractButton>
+#include <QAccessibleWidget>
 #include <QComboBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QScreen>
 #include <QSignalBlocker>
@@ -40,11 +43,77 @@ class ByteLimit : public QValidator {
     int bytes_;
 };
 
+// A button with only a picture speaks its tool-tip, also once the tip has
+// changed.
+class TipAsName : public QObject {
+  public:
+    explicit TipAsName(QAbstractButton* b) : QObject(b), b_(b) { b_->installEventFilter(this); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == b_ && event->type() == QEvent::ToolTipChange)
+            b_->setAccessibleName(b_->text().isEmpty() ? b_->toolTip() : QString());
+        return false;
+    }
+
+  private:
+    QAbstractButton* b_;
+};
+
+// A drop-down list that says what it is for. Qt's own interface for a combo
+// box on Linux reports the selected item as its name and leaves the rest to a
+// label beside it, which the navigator's month and year lists do not have;
+// this one gives the name it was given, the item as its value.
+class NamedComboBox : public QAccessibleWidget {
+  public:
+    explicit NamedComboBox(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+
+    QString text(QAccessible::Text t) const override {
+        if (t == QAccessible::Value) return box()->currentText();
+        return QAccessibleWidget::text(t);
+    }
+    QStringList actionNames() const override {
+        return QStringList{showMenuAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& action) override {
+        if (action == showMenuAction())
+            box()->showPopup();
+        else
+            QAccessibleWidget::doAction(action);
+    }
+
+  private:
+    QComboBox* box() const { return static_cast<QComboBox*>(widget()); }
+};
+
+// Asked before Qt's own factory, which was installed with the application.
+QAccessibleInterface* named_controls(const QString& class_name, QObject* object) {
+    auto* box = class_name == u"QComboBox" ? qobject_cast<QComboBox*>(object) : nullptr;
+    if (box && !box->accessibleName().isEmpty()) return new NamedComboBox(box);
+    return nullptr;
+}
+
 } // namespace
 
-void name_control(QWidget* w, const QString& name) {
+void name_control(QWidget* w, const QString& name, const QString& spoken) {
     w->setObjectName(name);
-    w->setAccessibleName(name);
+    if (!spoken.isEmpty()) {
+        static const bool installed = [] {
+            QAccessible::installFactory(named_controls);
+            return true;
+        }();
+        Q_UNUSED(installed);
+        // Before anything else is told to accessibility: the first change
+        // makes Qt create the control's interface and keep it, and the
+        // factory picks the interface by this name.
+        w->setAccessibleName(spoken);
+    } else if (auto* b = qobject_cast<QAbstractButton*>(w)) {
+        new TipAsName(b);
+        if (b->text().isEmpty() && !b->toolTip().isEmpty()) b->setAccessibleName(b->toolTip());
+    }
+    // Labels, titled boxes and captioned buttons keep no name of their own:
+    // Qt then reads their text as it stands, after every change.
+    w->setAccessibleDescription(name);
 }
 
 QPoint on_screen(QPoint at, const QSize& size, const QWidget* near) {

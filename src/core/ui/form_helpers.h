@@ -12,9 +12,13 @@ namespace orva {
 
 struct ComboList;
 
-// Gives a control its program name as object name and as the name screen
-// readers announce.
-void name_control(QWidget* w, const QString& name);
+// Gives a control its program name ("vsSched", "Label1") as object name and
+// as accessible description, where tools look controls up, and lets a screen
+// reader announce what a sighted user reads: `spoken` when given (grids,
+// pickers, lists and boxes say what they are for: "Day planner"), otherwise
+// a label's or a titled box's current text, a button's caption, or the
+// tool-tip of a button that has only a picture.
+void name_control(QWidget* w, const QString& name, const QString& spoken = {});
 
 // Moves a window of `size` at `at` so that it lies wholly on the screen that
 // shows `near`; `at` as it is when there is no such screen.

@@ -1,7 +1,7 @@
 #include "core/ui/tool_icons.h"
 
 #include <QFont>
-#include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 #include <algorithm>
 #include <map>
@@ -10,24 +10,47 @@
 namespace orva {
 namespace {
 
+constexpr int strike = 109; // pixel size of the colour font's own bitmaps
+
+// The glyph once at the font's own size, cut to the pixels it colours: its
+// bitmap has a margin of its own and is wider than its em, so a glyph drawn
+// at the square's size would leave it a quarter empty or clip its sides.
+QImage glyph(const QString& emoji) {
+    QImage img(2 * strike, 2 * strike, QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::transparent);
+    {
+        QPainter p(&img);
+        QFont f(QStringLiteral("Noto Color Emoji"));
+        f.setPixelSize(strike);
+        p.setFont(f);
+        p.drawText(img.rect(), Qt::AlignCenter, emoji);
+    }
+    int left = img.width(), top = img.height(), right = -1, bottom = -1;
+    for (int y = 0; y < img.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(img.constScanLine(y));
+        for (int x = 0; x < img.width(); ++x) {
+            if (qAlpha(line[x]) == 0) continue;
+            left = std::min(left, x);
+            right = std::max(right, x);
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+        }
+    }
+    if (right < 0) return {};
+    return img.copy(QRect(QPoint(left, top), QPoint(right, bottom)));
+}
+
+// The glyph fills the square but for one pixel all round, so neighbouring
+// pictures and cell lines never touch it; wide glyphs keep their shape.
 QPixmap draw(const QString& emoji, int px) {
     QPixmap pm(px, px);
     pm.fill(Qt::transparent);
+    const QImage g = glyph(emoji);
+    if (g.isNull()) return pm;
+    const int room = std::max(1, px - 2);
+    const QImage scaled = g.scaled(room, room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QPainter p(&pm);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setRenderHint(QPainter::SmoothPixmapTransform);
-    QFont f(QStringLiteral("Noto Color Emoji"));
-    // The font is a set of bitmaps whose glyphs are wider than their em: a
-    // pixel size of the whole square would clip the sides.
-    f.setPixelSize(std::max(1, px * 3 / 4));
-    p.setFont(f);
-    const QRectF box = QFontMetricsF(f).boundingRect(emoji);
-    if (box.width() > px || box.height() > px) {
-        const double k = std::min(px / box.width(), px / box.height());
-        f.setPixelSize(std::max(1, int(f.pixelSize() * k)));
-        p.setFont(f);
-    }
-    p.drawText(QRect(0, 0, px, px), Qt::AlignCenter, emoji);
+    p.drawImage((px - scaled.width()) / 2, (px - scaled.height()) / 2, scaled);
     return pm;
 }
 

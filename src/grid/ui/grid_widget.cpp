@@ -24,6 +24,7 @@ namespace {
 struct CellPaint {
     int row = 0, col = 0;
     int last_row = 0, last_col = 0;
+    int row_height = 0; // pixels of one row (the first of a block); 0: the whole rect
     bool current = false;
     bool selected = false;
     QColor highlight;
@@ -31,6 +32,32 @@ struct CellPaint {
 
 QFont cell_font(const GridModel& m, int r, int c) {
     return m.cell_data(r, c, Qt::FontRole).value<QFont>();
+}
+
+// Where a cell's picture may go: the inner width over the cell's whole height
+// above its bottom line. A centred picture that shares the cell with a text
+// keeps clear of it, on the side of the text that leaves it the most room, so
+// a mark never sits on a day number. Empty when there is no room at all.
+QRect picture_area(const QRect& rect, const QRect& inner, Qt::Alignment picture_align,
+                   const QString& text, Qt::Alignment text_align, const QFontMetrics& fm) {
+    const QRect area(inner.left(), rect.top(), inner.width(), rect.height() - 1);
+    // Blanks draw nothing: " 5" aligned right leaves its blank's room free.
+    const QString shown = text.trimmed();
+    if (!(picture_align & Qt::AlignHCenter) || shown.isEmpty()) return area;
+    const QSize text_size(std::min(fm.horizontalAdvance(shown), inner.width()),
+                          std::min(fm.height(), inner.height()));
+    const QRect t = QStyle::alignedRect(Qt::LeftToRight, text_align, text_size, inner);
+    const QRect sides[] = {
+        QRect(area.topLeft(), QPoint(t.left() - 3, area.bottom())),
+        QRect(QPoint(t.right() + 3, area.top()), area.bottomRight()),
+        QRect(area.topLeft(), QPoint(area.right(), t.top() - 2)),
+        QRect(QPoint(area.left(), t.bottom() + 2), area.bottomRight()),
+    };
+    QRect best;
+    for (const QRect& side : sides)
+        if (std::min(side.width(), side.height()) > std::min(best.width(), best.height()))
+            best = side;
+    return best;
 }
 
 void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPaint& cp) {
@@ -48,20 +75,28 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     p.drawLine(rect.bottomLeft(), rect.bottomRight());
 
     const QFont font = cell_font(m, r, c);
+    const QFontMetrics fm(font, p.device());
     const QRect inner = rect.adjusted(2, 1, -3, -2);
     QRect text_rect = inner;
+    const QString text = g.TextMatrix(r, c);
+    const Qt::Alignment text_align =
+        qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
     const QString key = g.Cell(CellSetting::Picture, r, c).toString();
     if (!key.isEmpty() && inner.height() > 0) {
-        const QFontMetrics fm(font, p.device());
-        const int px = std::min(inner.height(), std::max(16, fm.height()));
-        const QPixmap pm = m.picture(key, px);
+        const Qt::Alignment a =
+            qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
+        const QRect area = picture_area(rect, inner, a, text, text_align, fm);
+        // As tall as the row, so a sticker reads on any back colour; a merged
+        // block still shows it one row high, and a row made tall for its
+        // purpose (the day's untimed row) no more than two lines of text.
+        const int row_px = cp.row_height > 0 ? cp.row_height : rect.height();
+        const int px = std::min({row_px - 1, 2 * fm.height(), area.width(), area.height()});
+        const QPixmap pm = px > 0 ? m.picture(key, px) : QPixmap();
         if (!pm.isNull()) {
             QSize size = pm.deviceIndependentSize().toSize();
-            if (size.height() > inner.height() || size.width() > inner.width())
-                size.scale(inner.size(), Qt::KeepAspectRatio);
-            const Qt::Alignment a =
-                qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
-            const QRect pr = QStyle::alignedRect(Qt::LeftToRight, a, size, inner);
+            if (size.height() > area.height() || size.width() > area.width())
+                size.scale(area.size(), Qt::KeepAspectRatio);
+            const QRect pr = QStyle::alignedRect(Qt::LeftToRight, a, size, area);
             p.drawPixmap(pr, pm);
             if (a & Qt::AlignLeft)
                 text_rect.setLeft(pr.right() + 3);
@@ -70,13 +105,15 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
         }
     }
 
-    const QString text = g.TextMatrix(r, c);
     if (!text.isEmpty()) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
-        const Qt::Alignment a =
-            qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
-        p.drawText(text_rect, int(a) | Qt::TextSingleLine, text);
+        // A text wider than its room is cut at its end, where a reader
+        // expects it; centred, it would lose its start under the picture.
+        const QString shown = fm.horizontalAdvance(text) > text_rect.width()
+                                  ? fm.elidedText(text, Qt::ElideRight, text_rect.width())
+                                  : text;
+        p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, shown);
     }
 
     // A block takes its outer sides from the cells on its edges; inner lines
@@ -124,7 +161,13 @@ class CellDelegate : public QStyledItemDelegate {
         cp.col = m.grid_col(index.column());
         cp.last_row = cp.row + std::max(view_->rowSpan(index.row(), index.column()), 1) - 1;
         cp.last_col = cp.col + std::max(view_->columnSpan(index.row(), index.column()), 1) - 1;
-        cp.current = index == view_->currentIndex();
+        cp.row_height = view_->rowHeight(index.row());
+        // The grid's cursor may stand on any row of a merged block.
+        const QModelIndex cur = view_->currentIndex();
+        cp.current = cur.isValid() && cur.row() >= index.row() &&
+                     cur.row() < index.row() + cp.last_row - cp.row + 1 &&
+                     cur.column() >= index.column() &&
+                     cur.column() < index.column() + cp.last_col - cp.col + 1;
         cp.selected = opt.state & QStyle::State_Selected;
         cp.highlight = opt.palette.color(QPalette::Highlight);
         paint_cell(*p, opt.rect, m, cp);
@@ -173,6 +216,7 @@ class GridHeader : public QHeaderView {
         cp.col = s.col1;
         cp.last_row = s.row2;
         cp.last_col = s.col2;
+        if (!across) cp.row_height = sectionSize(m.model_row(s.row1));
         QRect whole = rect;
         if (across && s.col2 > s.col1) {
             const int first = sectionViewportPosition(m.model_col(s.col1));
@@ -516,6 +560,18 @@ GridWidget::CellRef GridWidget::header_cell(const QObject* header_viewport,
     return {};
 }
 
+int GridWidget::columns_room() const {
+    int room = width() - 2 * frameWidth();
+    // Counted whether or not the bar shows now: a grid that fits only while
+    // the bar is away would bring a horizontal bar with it when it comes.
+    if (verticalScrollBarPolicy() != Qt::ScrollBarAlwaysOff) {
+        room -= style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalScrollBar());
+        if (style()->styleHint(QStyle::SH_ScrollView_FrameOnlyAroundContents, nullptr, this))
+            room -= style()->pixelMetric(QStyle::PM_ScrollView_ScrollBarSpacing, nullptr, this);
+    }
+    return std::max(room, 0);
+}
+
 QRect GridWidget::cell_rect(int row, int col) const {
     if (!grid_ || !model_->has_cell(row, col)) return {};
     const int hr = model_->header_rows(), hc = model_->header_cols();
@@ -543,9 +599,16 @@ QRect GridWidget::cell_rect(int row, int col) const {
     return {x, y, w, h};
 }
 
+GridWidget::CellRef GridWidget::cell_under(const QPoint& pos) const {
+    // indexAt would give a merged block's first cell wherever the block is hit.
+    const int r = rowAt(pos.y()), c = columnAt(pos.x());
+    if (r < 0 || c < 0) return {};
+    return {model_->grid_row(r), model_->grid_col(c)};
+}
+
 GridWidget::CellRef GridWidget::cell_at(const QPoint& pos) const {
     if (viewport()->geometry().contains(pos))
-        return cell_of_index(indexAt(pos - viewport()->geometry().topLeft()));
+        return cell_under(pos - viewport()->geometry().topLeft());
     for (const QHeaderView* h : {horizontalHeader(), verticalHeader()}) {
         if (h->isVisible() && h->geometry().contains(pos))
             return header_cell(h->viewport(), h->viewport()->mapFrom(this, pos));
@@ -581,7 +644,7 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void GridWidget::mousePressEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     emit mouseDown(cell.row, cell.col, event->button(), event->modifiers());
     if (event->button() == Qt::RightButton) {
@@ -591,11 +654,20 @@ void GridWidget::mousePressEvent(QMouseEvent* event) {
     }
     pressed_cell_ = event->button() == Qt::LeftButton ? cell : CellRef{};
     QTableView::mousePressEvent(event);
+    // The view puts its cursor on a merged block's first cell; the grid's
+    // cursor goes to the row that was clicked, which is what the planners
+    // read as the current row. A range being extended keeps its anchor.
+    const bool extending = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+    if (grid_ && event->button() == Qt::LeftButton && cell.row >= 0 && !extending &&
+        (grid_->Row() != cell.row || grid_->Col() != cell.col)) {
+        grid_->Select(cell.row, cell.col);
+        emit cursorMoved(cell.row, cell.col);
+    }
 }
 
 void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     emit mouseUp(cell.row, cell.col, event->button(), event->modifiers());
     const bool was_pressed = pressed_cell_.row >= 0;
     pressed_cell_ = {};
@@ -604,7 +676,7 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton && cell.row >= 0)
@@ -612,7 +684,7 @@ void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void GridWidget::mouseMoveEvent(QMouseEvent* event) {
-    const CellRef cell = cell_of_index(indexAt(event->position().toPoint()));
+    const CellRef cell = cell_under(event->position().toPoint());
     if (grid_) grid_->set_mouse_cell(cell.row, cell.col);
     emit mouseMoved(cell.row, cell.col, event->buttons(), event->modifiers());
     QTableView::mouseMoveEvent(event);

@@ -39,6 +39,10 @@ class GridWidget : public QTableView {
 
     // Twips to pixels at the screen's logical DPI: twips * dpi / 1440.
     int twips_to_px(int twips, Qt::Orientation o = Qt::Horizontal) const;
+    // Pixels the columns (the fixed one included) can fill side by side
+    // without a horizontal scroll bar: the width inside the frame, less the
+    // room of a vertical scroll bar unless that is switched off.
+    int columns_room() const;
     // Where a grid cell is drawn, in this widget's coordinates (headers
     // included); empty when the cell is hidden or outside the grid.
     QRect cell_rect(int row, int col) const;
@@ -46,11 +50,14 @@ class GridWidget : public QTableView {
         int row = -1, col = -1;
     };
     // The grid cell at a point of this widget; -1s outside any cell. A point
-    // in a merged block gives the block's first cell.
+    // in a merged block gives the row and column under it, not the block's
+    // first cell: merging only changes how the cells are drawn.
     CellRef cell_at(const QPoint& widget_pos) const;
 
   signals:
-    // A left button pressed and released on a cell.
+    // A left button pressed and released on a cell. Mouse signals name the
+    // cell under the pointer, also inside a merged block, and a left press
+    // puts the grid's cursor there.
     void cellClicked(int row, int col);
     void cellDoubleClicked(int row, int col);
     // Before the view acts on a key; setting *swallow keeps the view from it.
@@ -99,6 +106,7 @@ class GridWidget : public QTableView {
     void note_cursor();
     void note_scroll();
     CellRef cell_of_index(const QModelIndex& index) const;
+    CellRef cell_under(const QPoint& viewport_pos) const;
     CellRef header_cell(const QObject* header_viewport, const QPoint& pos) const;
 
     Grid* grid_ = nullptr;

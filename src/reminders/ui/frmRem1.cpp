@@ -45,7 +45,7 @@ QPushButton* make_button(const QString& text, const QString& name, QWidget* pare
 
 FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     setObjectName(QStringLiteral("frmRem1"));
-    setAccessibleName(QStringLiteral("frmRem1"));
+    setAccessibleDescription(QStringLiteral("frmRem1"));
     setModal(true);
 
     lblAppt_ = make_label(QString(), QStringLiteral("lblAppt"), this);
@@ -53,11 +53,11 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     lblNtimes_ = make_label(QString(), QStringLiteral("lblNtimes"), this);
 
     advComboN_ = new QComboBox(this);
-    name_control(advComboN_, QStringLiteral("advComboN"));
+    name_control(advComboN_, QStringLiteral("advComboN"), QStringLiteral("Reminder lead"));
     advComboN_->setMaxVisibleItems(15);
     lblRemindMe_->setBuddy(advComboN_);
     advComboInt_ = new QComboBox(this);
-    name_control(advComboInt_, QStringLiteral("advComboInt"));
+    name_control(advComboInt_, QStringLiteral("advComboInt"), QStringLiteral("Reminder lead unit"));
 
     frame_ = new QGroupBox(QStringLiteral("Special Effects (Optional):"), this);
     name_control(frame_, QStringLiteral("Frame1"));
@@ -66,7 +66,7 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     Label10->setToolTip(
         QStringLiteral("This sound will play when the pop-up reminder is displayed"));
     alarmTxt_ = new QLineEdit(frame_);
-    name_control(alarmTxt_, QStringLiteral("alarmTxt"));
+    name_control(alarmTxt_, QStringLiteral("alarmTxt"), QStringLiteral("Alarm sound file"));
     alarmTxt_->setToolTip(QStringLiteral(
         "The selected wav file will be played when the pop-up reminder is displayed"));
     alarmTxt_->setMinimumWidth(260);
@@ -85,14 +85,15 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     auto* lblMessengers =
         make_label(QStringLiteral("Animated messengers:"), QStringLiteral("lblMessengers"), frame_);
     animateIcombo_ = new QComboBox(frame_);
-    name_control(animateIcombo_, QStringLiteral("animateIcombo"));
+    name_control(animateIcombo_, QStringLiteral("animateIcombo"),
+                 QStringLiteral("Animated messenger"));
     animateIcombo_->setToolTip(QStringLiteral("An animated messenger that will play immediately "
                                               "before the pop-up reminder is displayed"));
     animateIcombo_->setIconSize(QSize(24, 24));
     lblMessengers->setBuddy(animateIcombo_);
 
     Slider1_ = new QSlider(Qt::Horizontal, frame_);
-    name_control(Slider1_, QStringLiteral("Slider1"));
+    name_control(Slider1_, QStringLiteral("Slider1"), QStringLiteral("Messenger speed"));
     Slider1_->setRange(slowest, fastest);
     Slider1_->setPageStep(1);
     Slider1_->setTickPosition(QSlider::TicksBelow);

@@ -77,6 +77,7 @@ template <typename F> void frmCal::run(F&& f) {
 frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state) {
     init_resources();
     setObjectName(QStringLiteral("frmCal"));
+    setAccessibleDescription(QStringLiteral("frmCal"));
     setWindowTitle(QStringLiteral("Orva Calendar"));
     setWindowIcon(QIcon::fromTheme(QStringLiteral("x-office-calendar"),
                                    QIcon(QStringLiteral(":/orvacal.svg"))));
@@ -123,7 +124,7 @@ void frmCal::build_page() {
             .arg(css(band_back), css(band_text)));
 
     Frame3 = new QFrame(page_);
-    name_control(Frame3, QStringLiteral("Frame3"));
+    name_control(Frame3, QStringLiteral("Frame3"), QStringLiteral("Tools"));
     Frame3->setStyleSheet(
         QStringLiteral("QFrame#Frame3 { background: %1; } QToolButton { color: %2; }")
             .arg(css(strip_back), css(strip_text)));
@@ -151,7 +152,7 @@ void frmCal::build_page() {
     strip->addStretch(1);
 
     vsSched = new GridWidget(page_);
-    name_control(vsSched, QStringLiteral("vsSched"));
+    name_control(vsSched, QStringLiteral("vsSched"), QStringLiteral("Day planner"));
     vsSched->setGrid(&s_.vsSched);
     vsSched->set_picture_provider(planner_pictures());
 
@@ -160,12 +161,12 @@ void frmCal::build_page() {
     tool(page_, QStringLiteral("imgNextMth"), QString(), QStringLiteral("Next Month"),
          QStringLiteral("go-next"), QStringLiteral("\u23E9"));
     Combo1 = new QComboBox(page_);
-    name_control(Combo1, QStringLiteral("Combo1"));
+    name_control(Combo1, QStringLiteral("Combo1"), QStringLiteral("Month"));
     Combo2 = new QComboBox(page_);
-    name_control(Combo2, QStringLiteral("Combo2"));
+    name_control(Combo2, QStringLiteral("Combo2"), QStringLiteral("Year"));
 
     Cal = new GridWidget(page_);
-    name_control(Cal, QStringLiteral("Cal"));
+    name_control(Cal, QStringLiteral("Cal"), QStringLiteral("Navigator calendar"));
     Cal->setGrid(&s_.Cal);
     Cal->set_picture_provider(planner_pictures());
     Cal->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -176,13 +177,25 @@ void frmCal::build_page() {
     Cal->viewport()->installEventFilter(this);
 
     TabStrip1 = new QTabBar(page_);
+    // Qt speaks a tab strip by its selected tab's caption, which is what shows.
     name_control(TabStrip1, QStringLiteral("TabStrip1"));
     const int tab = TabStrip1->addTab(QStringLiteral("Appointment Details"));
     TabStrip1->setTabData(tab, QStringLiteral("appt"));
     TabStrip1->setExpanding(false);
 
     Frame2 = new QGroupBox(page_);
-    name_control(Frame2, QStringLiteral("Frame2"));
+    name_control(Frame2, QStringLiteral("Frame2"), QStringLiteral("Detail pane"));
+    // Frame2's caption is a label of its own rather than the box's title: a
+    // title is one line over the frame's edge, where a long text is cut and
+    // the pictures below would cover it.
+    lblDtlCaption = new QLabel(Frame2);
+    name_control(lblDtlCaption, QStringLiteral("lblDtlCaption"));
+    lblDtlCaption->setTextFormat(Qt::PlainText); // an entry's text, never markup
+    lblDtlCaption->setWordWrap(true);
+    lblDtlCaption->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    QFont caption_font = lblDtlCaption->font();
+    caption_font.setBold(true);
+    lblDtlCaption->setFont(caption_font);
     tool(Frame2, QStringLiteral("imgDtlAppt"), QString(), QStringLiteral("Edit Appointment"),
          QStringLiteral("document-edit"), QStringLiteral("\u270F\uFE0F"));
     tool(Frame2, QStringLiteral("imgDtlNote"), QString(),
@@ -193,27 +206,25 @@ void frmCal::build_page() {
     tool(Frame2, QStringLiteral("imgDtlNext"), QString(), QStringLiteral("Next appointment"),
          QStringLiteral("go-down"), QStringLiteral("\U0001F53D"));
     vsDtl = new GridWidget(Frame2);
-    name_control(vsDtl, QStringLiteral("vsDtl"));
+    name_control(vsDtl, QStringLiteral("vsDtl"), QStringLiteral("Appointment details"));
     vsDtl->setGrid(&s_.vsDtl);
     vsDtl->set_picture_provider(planner_pictures());
     vsDtl->setToolTip(QStringLiteral("Details for selected appointment"));
     lblNotes = new QLabel(QStringLiteral("Appointment Notes:"), Frame2);
     name_control(lblNotes, QStringLiteral("lblNotes"));
     rtNotes = new QTextEdit(Frame2);
-    name_control(rtNotes, QStringLiteral("rtNotes"));
+    name_control(rtNotes, QStringLiteral("rtNotes"), QStringLiteral("Appointment notes"));
     rtNotes->setReadOnly(true);
     rtNotes->setToolTip(QStringLiteral("Click to edit current note"));
     rtNotes->viewport()->installEventFilter(this);
     rtNotes->installEventFilter(this);
 
     StatusBar1 = new QStatusBar(this);
-    StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
-    StatusBar1->setAccessibleName(QStringLiteral("StatusBar1"));
+    name_control(StatusBar1, QStringLiteral("StatusBar1"), QStringLiteral("Status bar"));
     StatusBar1->setSizeGripEnabled(true);
     for (const auto& [key, object] : panel_names) {
         auto* l = new QLabel(StatusBar1);
-        l->setObjectName(object);
-        l->setAccessibleName(key);
+        name_control(l, object);
         l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         l->setMouseTracking(true);
         l->installEventFilter(this);
@@ -475,7 +486,7 @@ void frmCal::sync_controls() {
             if (w == Label1)
                 Label1->setText(c.text);
             else if (w == Frame2)
-                Frame2->setTitle(c.text);
+                lblDtlCaption->setText(c.text);
             else if (w == rtNotes && rtNotes->toPlainText() != c.text)
                 rtNotes->setPlainText(c.text);
         } else if (QAction* a = findChild<QAction*>(n)) {
@@ -628,7 +639,12 @@ void frmCal::layout_view() {
         QWidget* w = n == u"Frame2" ? Frame2 : findChild<QWidget*>(n);
         if (w) w->setGeometry(to_px(r));
     }
-    apply_day_extents(s_, p);
+    // The day grid's columns are sized against the width they can fill, not
+    // the control's outer width: its frame and vertical scroll bar would
+    // push the last column under a horizontal scroll bar.
+    Placement extents = p;
+    extents[QStringLiteral("vsSched")].setWidth(qRound(vsSched->columns_room() * tx));
+    apply_day_extents(s_, extents);
     // Twips are rounded to pixels, so the navigator's cells are fitted to the
     // pixels the widget really has.
     vsSched->refresh();

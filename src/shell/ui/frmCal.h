@@ -103,6 +103,7 @@ class frmCal final : public QMainWindow, public WindowPort {
     QComboBox* Combo2 = nullptr;
     QTabBar* TabStrip1 = nullptr;
     QGroupBox* Frame2 = nullptr;
+    QLabel* lblDtlCaption = nullptr; // Frame2's caption
     GridWidget* vsDtl = nullptr;
     QLabel* lblNotes = nullptr;
     QTextEdit* rtNotes = nullptr;
