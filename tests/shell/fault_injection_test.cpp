@@ -16,6 +16,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <sqlite3.h>
 
 using namespace orva;
@@ -203,6 +204,11 @@ std::vector<Scenario> scenarios() {
          },
          couldnt},
     };
+}
+
+// Names a scenario in test output instead of dumping its bytes.
+void PrintTo(const Scenario& sc, std::ostream* os) {
+    *os << sc.name;
 }
 
 struct Outcome {
