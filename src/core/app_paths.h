@@ -6,7 +6,7 @@
 namespace orva {
 
 // The per-user data folder (XDG_DATA_HOME honoured), made when missing. It is
-// the program's application folder: calendar.cal, loose member copies and the
+// the program's application folder: calendar.cal and the
 // data files that ship with the program live here.
 QString app_folder();
 
