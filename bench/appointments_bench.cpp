@@ -6,7 +6,7 @@
 #include "appointments/saving.h"
 #include "core/clock.h"
 #include "core/modal.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 

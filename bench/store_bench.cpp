@@ -10,7 +10,7 @@
 #include "appointments/delete_copy.h"
 #include "core/clock.h"
 #include "core/modal.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 #include "store/calendar_file.h"
 #include "support/io_shim.h"
 #include "views/day_view.h"

@@ -1,7 +1,7 @@
 // Figures for the day planner, not a pass/fail test: how long a whole
 // rebuild of the day page takes as the month and the day fill up.
 #include "core/clock.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 #include "views/day_view.h"
 #include "views/navigator.h"
 

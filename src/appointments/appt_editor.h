@@ -1,7 +1,7 @@
 #pragma once
 
 #include "appointments/stickers.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 
 #include <QDate>
 #include <QTime>
@@ -48,7 +48,6 @@ inline const QString no_rem_caption =
 inline const QString end_before_start_msg = QStringLiteral("End time is less than Start Time");
 inline const QString until_before_first_msg =
     QStringLiteral("End date is less than start date.  Check recurring appointment settings!");
-inline const QString couldnt_update_msg = QStringLiteral("Couldn't complete update");
 
 // A date in the system's short form, as message texts and captions show it.
 QString short_date_text(const QDate& d);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "appointments/stickers.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 
 #include <QTime>
 

@@ -12,16 +12,6 @@
 
 namespace orva {
 
-QString appt_id_at(const QDateTime& now) {
-    const QString ms = QString::number(now.date().month()) + QString::number(now.time().second());
-    return now.toString(QStringLiteral("dd")) + now.toString(QStringLiteral("HHmmss")) +
-           ms.rightJustified(4, QLatin1Char('0'));
-}
-
-QString new_appt_id() {
-    return appt_id_at(clock().now());
-}
-
 void fill_appt_row(Shared& store, const EditorState& editing, const ApptForm& f, int row,
                    const QString& key) {
     appt_rec* a = store.appt_row(row);
@@ -226,36 +216,6 @@ void end_update(const Shared& store, PlannerState& view, RunState& run) {
     show_status(store, view);
     view.status_panels[panel_count].text = calendar_updated_text;
     run.timer1_enabled = true;
-}
-
-void report_failed_update(AppState& s) {
-    // The file is as it was before the command; so must the tables be.
-    (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
-    (void)load_appts(s, s.cur_date, s.cal_path, 0);
-    refresh_planner(s.store(), s.view(), s.options(), s.editing());
-    show_status(s.store(), s.view());
-    s.timer1_enabled = true;
-    modal().message(couldnt_update_msg, MsgStyle::Critical);
-}
-
-void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
-                     EditorState& editing) {
-    // The week and month planners rebuild themselves once they exist.
-    if (view.view_month || view.view_week) return;
-    Grid& g = view.vsSched;
-    const int row = g.Row(), col = g.Col();
-    rebuild_day(store, view, options, editing);
-    // The cell that was current stays current. Its old data is not written
-    // back: after a rebuild it could name a row that now holds another entry.
-    if (row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols()) {
-        g.Select(row, col);
-        const QString d = g.Cell(CellSetting::Data, row, col).toString();
-        if (view.tab_key == u"appt" && !d.isEmpty() && d != blank_data) {
-            view.cur_row = qint16(row);
-            view.cur_col = qint16(col);
-            show_detail(store, view, options, editing, row, col);
-        }
-    }
 }
 
 } // namespace orva

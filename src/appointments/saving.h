@@ -1,19 +1,12 @@
 #pragma once
 
 #include "appointments/appt_editor.h"
+#include "views/refresh.h"
 
 #include <QDateTime>
 #include <QString>
 
 namespace orva {
-
-// The key of a new entry, 12 characters: day of the month "dd", the time
-// "hhnnss", then month number and seconds without leading zeros, left-filled
-// with zeros to four ("0412", "1259"). No more unique than its clock: two
-// entries saved in the same second on the same day of any month share it.
-QString appt_id_at(const QDateTime& now);
-// appt_id_at the clock's now.
-QString new_appt_id();
 
 // All 17 fields of row `row` of appt_tbl from the editor, with key `key`.
 void fill_appt_row(Shared& store, const EditorState& editing, const ApptForm& f, int row,
@@ -36,16 +29,5 @@ bool save_appt(AppState& s, ApptForm& f);
 // Closing steps of every save: counters, " Calendar Updated ", the tick on.
 // The caller unloads the form.
 void end_update(const Shared& store, PlannerState& view, RunState& run);
-// Closing steps of a command the calendar file refused and rolled back whole:
-// the tables are loaded again from the file, so the planner shows nothing the
-// file lacks, and the user sees "Couldn't complete update". The tick runs
-// again; the status bar keeps its counts and does not say " Calendar Updated ".
-void report_failed_update(AppState& s);
-// After a change of the store: the planner that is up is rebuilt with the
-// cell that was current kept current.
-void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
-                     EditorState& editing);
-
-inline const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 
 } // namespace orva

@@ -1,9 +1,9 @@
 #include "reminders/reminder_setup.h"
 
-#include "appointments/saving.h"
 #include "core/clock.h"
 #include "core/modal.h"
 #include "store/calendar_file.h"
+#include "views/refresh.h"
 
 #include <algorithm>
 

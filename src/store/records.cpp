@@ -1,5 +1,7 @@
 #include "store/records.h"
 
+#include "core/clock.h"
+
 #include <QTime>
 #include <optional>
 
@@ -215,6 +217,16 @@ QString rtrim(const QString& field) {
     while (n > 0 && field.at(n - 1) == QLatin1Char(' '))
         --n;
     return field.left(n);
+}
+
+QString appt_id_at(const QDateTime& now) {
+    const QString ms = QString::number(now.date().month()) + QString::number(now.time().second());
+    return now.toString(QStringLiteral("dd")) + now.toString(QStringLiteral("HHmmss")) +
+           ms.rightJustified(4, QLatin1Char('0'));
+}
+
+QString new_appt_id() {
+    return appt_id_at(clock().now());
 }
 
 } // namespace orva

@@ -3,6 +3,7 @@
 #include "core/field_text.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <array>
 #include <cstring>
@@ -161,6 +162,14 @@ QString appt_yymm(const QString& mmddyyyy);
 QString rmdr_yymm(const QString& mm_dd_yy);
 // Format(d, "yymm").
 QString yymm_of(const QDate& d);
+
+// The key of a new entry, 12 characters: day of the month "dd", the time
+// "hhnnss", then month number and seconds without leading zeros, left-filled
+// with zeros to four ("0412", "1259"). No more unique than its clock: two
+// entries saved in the same second on the same day of any month share it.
+QString appt_id_at(const QDateTime& now);
+// appt_id_at the clock's now.
+QString new_appt_id();
 
 // A field's text without the blanks that pad it on the right.
 QString rtrim(const QString& field);

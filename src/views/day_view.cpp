@@ -1,14 +1,14 @@
 #include "views/day_view.h"
 
 #include "appointments/delete_copy.h"
-#include "appointments/saving.h"
 #include "appointments/stickers.h"
 #include "core/clock.h"
 #include "core/modal.h"
-#include "shell/options.h"
+#include "state/options.h"
 #include "store/calendar_file.h"
 #include "views/detail_pane.h"
 #include "views/navigator.h"
+#include "views/refresh.h"
 #include "views/status.h"
 
 #include <QLocale>

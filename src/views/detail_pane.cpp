@@ -1,9 +1,9 @@
 #include "views/detail_pane.h"
 
-#include "appointments/saving.h"
 #include "core/modal.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
+#include "views/refresh.h"
 #include "views/status.h"
 
 #include <QLocale>

@@ -6,7 +6,7 @@
 #include "appointments/delete_copy.h"
 #include "reminders/reminder_setup.h"
 #include "shell/file_commands.h"
-#include "shell/options.h"
+#include "state/options.h"
 #include "support/io_shim.h"
 #include "views/detail_pane.h"
 

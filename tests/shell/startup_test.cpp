@@ -1,7 +1,7 @@
 #include "core/clock.h"
-#include "shell/options.h"
 #include "shell/single_instance.h"
 #include "shell/startup.h"
+#include "state/options.h"
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
 #include "support/fake_window.h"

@@ -4,7 +4,7 @@
 #include "../support/fake_window.h"
 #include "../support/scripted_modal.h"
 #include "core/clock.h"
-#include "shell/app_state.h"
+#include "state/app_state.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 

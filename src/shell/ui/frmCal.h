@@ -13,8 +13,8 @@
 // its own: it forwards input to the logic, copies the logic's control states
 // onto its widgets (sync_controls) and implements WindowPort.
 
-#include "shell/app_state.h"
 #include "shell/file_commands.h"
+#include "state/app_state.h"
 
 #include <QMainWindow>
 

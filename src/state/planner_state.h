@@ -20,7 +20,7 @@ struct PlannerState {
 
     // Which planner shows; at most one is true.
     bool view_day = false, view_week = false, view_month = false;
-    int cur_day = 0; // day of the month of today
+    int cur_day = 0;                                                // day of the month of today
     int sel_row1 = -1, sel_col1 = -1, sel_row2 = -1, sel_col2 = -1; // print range
 
     // Screen twips per pixel, noted at start-up; their product is the width the

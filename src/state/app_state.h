@@ -1,12 +1,12 @@
 #pragma once
 
-#include "appointments/editor_state.h"
 #include "core/window_port.h"
-#include "reminders/reminder_state.h"
-#include "shell/options_state.h"
-#include "shell/run_state.h"
+#include "state/editor_state.h"
+#include "state/options_state.h"
+#include "state/planner_state.h"
+#include "state/reminder_state.h"
+#include "state/run_state.h"
 #include "store/shared.h"
-#include "views/planner_state.h"
 
 namespace orva {
 

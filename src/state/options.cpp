@@ -1,4 +1,4 @@
-#include "shell/options.h"
+#include "state/options.h"
 
 #include "core/clock.h"
 #include "core/modal.h"

@@ -1,6 +1,6 @@
 #include "core/clock.h"
-#include "shell/options.h"
 #include "shell/startup.h"
+#include "state/options.h"
 #include "support/fake_window.h"
 #include "support/scripted_modal.h"
 

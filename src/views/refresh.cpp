@@ -1,0 +1,41 @@
+#include "views/refresh.h"
+
+#include "core/modal.h"
+#include "store/calendar_file.h"
+#include "views/day_view.h"
+#include "views/detail_pane.h"
+#include "views/status.h"
+
+namespace orva {
+
+void report_failed_update(AppState& s) {
+    // The file is as it was before the command; so must the tables be.
+    (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
+    (void)load_appts(s, s.cur_date, s.cal_path, 0);
+    refresh_planner(s.store(), s.view(), s.options(), s.editing());
+    show_status(s.store(), s.view());
+    s.timer1_enabled = true;
+    modal().message(couldnt_update_msg, MsgStyle::Critical);
+}
+
+void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
+                     EditorState& editing) {
+    // The week and month planners rebuild themselves once they exist.
+    if (view.view_month || view.view_week) return;
+    Grid& g = view.vsSched;
+    const int row = g.Row(), col = g.Col();
+    rebuild_day(store, view, options, editing);
+    // The cell that was current stays current. Its old data is not written
+    // back: after a rebuild it could name a row that now holds another entry.
+    if (row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols()) {
+        g.Select(row, col);
+        const QString d = g.Cell(CellSetting::Data, row, col).toString();
+        if (view.tab_key == u"appt" && !d.isEmpty() && d != blank_data) {
+            view.cur_row = qint16(row);
+            view.cur_col = qint16(col);
+            show_detail(store, view, options, editing, row, col);
+        }
+    }
+}
+
+} // namespace orva
