@@ -22,19 +22,10 @@
 using namespace orva;
 using orva::testing::EditorEnv;
 using orva::testing::IoShim;
+using orva::testing::Snapshot;
+using orva::testing::snapshot;
 
 namespace {
-
-using Snapshot = std::map<QString, QByteArray>;
-
-// What the file holds, read through a connection of its own.
-Snapshot snapshot(const QString& cal) {
-    Archive a;
-    Snapshot out;
-    for (const QString& name : a.members(cal))
-        EXPECT_EQ(a.get(cal, name, out[name]), 0) << name.toStdString();
-    return out;
-}
 
 bool quick_check_ok(const QString& cal) {
     sqlite3* db = nullptr;

@@ -13,18 +13,10 @@
 using namespace orva;
 using orva::testing::make_appt;
 using orva::testing::make_rmdr;
+using orva::testing::Snapshot;
+using orva::testing::snapshot;
 
 namespace {
-
-using Snapshot = std::map<QString, QByteArray>;
-
-Snapshot snapshot(const QString& cal) {
-    Archive a;
-    Snapshot out;
-    for (const QString& name : a.members(cal))
-        EXPECT_EQ(a.get(cal, name, out[name]), 0) << name.toStdString();
-    return out;
-}
 
 // A calendar with appointments in two of the months the series will touch and
 // a reminder member, closed again before any child is forked so that no

@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <map>
 
 #include <ostream>
 
@@ -64,6 +65,18 @@ inline rmdr_rec make_rmdr(const QString& due, const QString& id, const QString& 
     r.rmdr_anim = QStringLiteral("0 ");
     r.rmdr_again_count = QStringLiteral("1 ");
     return r;
+}
+
+// Every member of a calendar file and its bytes.
+using Snapshot = std::map<QString, QByteArray>;
+
+// What the file holds, read through a connection of its own.
+inline Snapshot snapshot(const QString& cal) {
+    Archive a;
+    Snapshot out;
+    for (const QString& name : a.members(cal))
+        EXPECT_EQ(a.get(cal, name, out[name]), 0) << name.toStdString();
+    return out;
 }
 
 // A temporary application folder, a calendar path inside it, a stopped clock
