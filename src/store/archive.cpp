@@ -2,10 +2,11 @@
 
 #include "core/clock.h"
 #include "core/logging.h"
+#include "store/backups.h"
+#include "store/member_codec.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QtEndian>
 #include <optional>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -18,13 +19,6 @@ using err::not_found;
 constexpr int orva_application_id = 0x4F525641; // "ORVA"
 constexpr int member_file_mode = 0100644;       // what `sqlite3 -Ax` gives the extracted file
 constexpr int default_busy_timeout_ms = 5000;
-// Deflating is done once per member and command; the fastest level already
-// shrinks blank-padded lines some thirty times, and a series edit deflates a
-// few hundred members.
-constexpr int deflate_level = 1;
-// A member larger than this is damage, not a month of entries (6000 lines of
-// 477 bytes are under 3 MB).
-constexpr qint64 member_size_limit = 64 * 1024 * 1024;
 // WAL pages after which a command checkpoints once it has committed.
 constexpr int checkpoint_frames = 1000;
 
@@ -111,6 +105,30 @@ int quick_check(sqlite3* db) {
     return q.step() == SQLITE_DONE ? SQLITE_OK : SQLITE_CORRUPT;
 }
 
+// The application_id in the file's header: ours, 0 for a file the SQLite
+// shell made, or another program's.
+int application_id(sqlite3* db, int& id) {
+    Stmt q(db, "PRAGMA application_id");
+    if (!q.ok()) return q.prepare_rc();
+    const int rc = q.step();
+    if (rc != SQLITE_ROW) return rc;
+    id = sqlite3_column_int(q.get(), 0);
+    return SQLITE_OK;
+}
+
+int crc_column_exists(sqlite3* db, bool& exists) {
+    Stmt q(db, "SELECT 1 FROM pragma_table_info('sqlar') WHERE name='crc'");
+    if (!q.ok()) return q.prepare_rc();
+    const int rc = q.step();
+    exists = rc == SQLITE_ROW;
+    return rc == SQLITE_ROW || rc == SQLITE_DONE ? SQLITE_OK : rc;
+}
+
+qint64 size_of(const QString& path) {
+    struct stat st {};
+    return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? qint64(st.st_size) : -1;
+}
+
 int table_exists(sqlite3* db, bool& exists) {
     Stmt q(db, "SELECT 1 FROM sqlite_master WHERE type='table' AND name='sqlar'");
     if (!q.ok()) return q.prepare_rc();
@@ -119,35 +137,15 @@ int table_exists(sqlite3* db, bool& exists) {
     return rc == SQLITE_ROW || rc == SQLITE_DONE ? SQLITE_OK : rc;
 }
 
-// What the sqlar table holds for a member: deflated (a zlib stream, `sz` the
-// original size) when that is smaller, else the bytes as they stand.
-QByteArray deflated(const QByteArray& bytes) {
-    if (bytes.isEmpty()) return bytes;
-    // qCompress puts the original size in front of the zlib stream.
-    const QByteArray z = qCompress(bytes, deflate_level).mid(4);
-    return z.size() < bytes.size() ? z : bytes;
-}
-
-bool inflate_into(const char* data, int len, qint64 sz, QByteArray& out) {
-    if (len == sz) {
-        out = QByteArray(data, len);
-        return true;
-    }
-    if (sz < 0 || sz > member_size_limit || len <= 0) return false;
-    QByteArray framed(4, '\0');
-    qToBigEndian(quint32(sz), framed.data());
-    framed.append(data, len);
-    out = qUncompress(framed);
-    return out.size() == sz;
-}
-
 } // namespace
 
 struct Archive::Conn {
     sqlite3* db = nullptr;
     bool in_tx = false;
     bool has_table = false;
-    int wal_frames = 0; // pages in the WAL after the last commit
+    bool has_crc = false; // the table carries the checksum column
+    QDate backed_up_on;   // the day whose backup is known to be taken
+    int wal_frames = 0;   // pages in the WAL after the last commit
     dev_t dev = 0;
     ino_t ino = 0;
 };
@@ -235,6 +233,24 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         fail(not_found);
         return nullptr;
     }
+    bool fresh = !exists;
+    if (exists && size_of(k) == 0) {
+        // An empty file with a log beside it is a first save that never
+        // committed: it holds nothing, so it counts as no file at all. Any
+        // other empty file is not ours to take over.
+        if (!QFileInfo::exists(k + QStringLiteral("-wal"))) {
+            qCWarning(lcStore) << k << "is empty: not a calendar";
+            fail(err::not_calendar);
+            return nullptr;
+        }
+        if (!create) {
+            fail(not_found);
+            return nullptr;
+        }
+        for (const char* suffix : {"", "-wal", "-shm"})
+            QFile::remove(k + QLatin1String(suffix));
+        fresh = true;
+    }
 
     sqlite3* db = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
@@ -247,6 +263,28 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
     }
     sqlite3_extended_result_codes(db, 1);
     sqlite3_busy_timeout(db, busy_timeout_ms_);
+    bool has_table = false;
+    if (!fresh) {
+        // Looked at before anything is set on the file, so that a file that
+        // is not a calendar is left exactly as it was.
+        int id = 0;
+        rc = table_exists(db, has_table);
+        if (rc == SQLITE_OK) rc = application_id(db, id);
+        const bool foreign =
+            rc == SQLITE_OK && (!has_table || (id != 0 && id != orva_application_id));
+        if (foreign || (rc & 0xff) == SQLITE_NOTADB) {
+            qCWarning(lcStore) << k << "is not a calendar";
+            sqlite3_close_v2(db);
+            fail(err::not_calendar);
+            return nullptr;
+        }
+        if (rc != SQLITE_OK) {
+            qCWarning(lcStore) << "cannot read" << k << sqlite3_errstr(rc);
+            sqlite3_close_v2(db);
+            fail((rc & 0xff) == SQLITE_CORRUPT ? err::bad_file : error_of(rc));
+            return nullptr;
+        }
+    }
     // WAL with synchronous=FULL commits with one sync of the log; the page
     // cache is large enough, and never spilled, so that nothing of a command
     // reaches the file before its commit.
@@ -275,6 +313,7 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         },
         c);
     rc = table_exists(db, c->has_table);
+    if (rc == SQLITE_OK && c->has_table) rc = crc_column_exists(db, c->has_crc);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         delete c;
@@ -308,7 +347,8 @@ int Archive::read_member(const QString& k, const QString& member, QByteArray& by
     Conn* c = open(k, false);
     if (!c) return error_;
     if (!c->has_table) return fail(not_found);
-    Stmt sel(c->db, "SELECT sz, data FROM sqlar WHERE name=?1");
+    Stmt sel(c->db, c->has_crc ? "SELECT sz, data, crc FROM sqlar WHERE name=?1"
+                               : "SELECT sz, data, NULL FROM sqlar WHERE name=?1");
     if (!sel.ok()) return fail(error_of(sel.prepare_rc()));
     sel.bind_text(1, member);
     const int rc = sel.step();
@@ -317,12 +357,32 @@ int Archive::read_member(const QString& k, const QString& member, QByteArray& by
     const qint64 sz = sqlite3_column_int64(sel.get(), 0);
     const auto* data = static_cast<const char*>(sqlite3_column_blob(sel.get(), 1));
     const int len = sqlite3_column_bytes(sel.get(), 1);
-    if (!inflate_into(data, len, sz, bytes)) {
-        bytes.clear();
-        qCWarning(lcStore) << "member" << member << "of" << k << "is damaged";
-        return fail(err::bad_file);
-    }
-    return 0;
+    // A member without a checksum (one the SQLite shell added, say) is
+    // unchecked, not damaged.
+    const bool checked = sqlite3_column_type(sel.get(), 2) != SQLITE_NULL;
+    const quint32 crc = quint32(sqlite3_column_int64(sel.get(), 2));
+    const Inflated got = inflate_member(data, len, sz, bytes);
+    if (got == Inflated::whole && (!checked || member_crc(bytes) == crc)) return 0;
+    // What can be read of a damaged member still shows; the user is told
+    // once, and nothing writes over it until a change of that month does.
+    // One of which nothing at all can be read is not taken for an empty
+    // month: a change would replace it.
+    note_damaged(k, member);
+    return got == Inflated::none ? fail(err::bad_file) : 0;
+}
+
+void Archive::note_damaged(const QString& k, const QString& member) {
+    const QString id = k + u'\n' + member;
+    if (damaged_seen_.contains(id)) return;
+    damaged_seen_.insert(id);
+    qCWarning(lcStore) << "member" << member << "of" << k << "is damaged";
+    notices_.push_back({Notice::damaged_member, k, member, err::bad_file});
+}
+
+std::vector<Archive::Notice> Archive::take_notices() {
+    std::vector<Notice> out;
+    out.swap(notices_);
+    return out;
 }
 
 int Archive::put(const QString& archive_file, const QString& member, const QByteArray& bytes) {
@@ -429,9 +489,22 @@ int Archive::flush(const QString& k, Tx& tx) {
             else
                 e = error_of(rc);
         }
+        // The first change of a day keeps a copy of the file as it stood; a
+        // copy that cannot be taken is told, and the change goes ahead.
+        const QDate today = clock().today();
+        if (e == 0 && c->has_table && c->backed_up_on != today) {
+            // Tried once a day: a backup that failed is told, not retried at
+            // every change.
+            c->backed_up_on = today;
+            if (!has_backup_on(k, today))
+                if (const int b = take_backup(k, clock().now())) {
+                    qCWarning(lcStore) << "daily backup of" << k << "failed, error" << b;
+                    notices_.push_back({Notice::backup_failed, k, QString(), b});
+                }
+        }
         if (e == 0 && !c->has_table) {
             const int rc = exec(c->db, "CREATE TABLE IF NOT EXISTS sqlar(name TEXT PRIMARY KEY, "
-                                       "mode INT, mtime INT, sz INT, data BLOB)");
+                                       "mode INT, mtime INT, sz INT, data BLOB, crc INT)");
             if (rc != SQLITE_OK) e = error_of(rc);
             if (e == 0) {
                 const QByteArray id =
@@ -439,10 +512,17 @@ int Archive::flush(const QString& k, Tx& tx) {
                 if (const int rc2 = exec(c->db, id.constData()); rc2 != SQLITE_OK)
                     e = error_of(rc2);
             }
+            if (e == 0) c->has_crc = true;
+        } else if (e == 0 && !c->has_crc) {
+            // A calendar from before checksums, or one the SQLite shell made:
+            // the column goes beside the archive's own, which the shell ignores.
+            const int rc = exec(c->db, "ALTER TABLE sqlar ADD COLUMN crc INT");
+            if (rc != SQLITE_OK) e = error_of(rc);
+            if (e == 0) c->has_crc = true;
         }
         if (e == 0) {
-            Stmt ins(c->db, "REPLACE INTO sqlar(name, mode, mtime, sz, data) "
-                            "VALUES(?1, ?2, ?3, ?4, ?5)");
+            Stmt ins(c->db, "REPLACE INTO sqlar(name, mode, mtime, sz, data, crc) "
+                            "VALUES(?1, ?2, ?3, ?4, ?5, ?6)");
             Stmt del(c->db, "DELETE FROM sqlar WHERE name=?1");
             if (!ins.ok()) e = error_of(ins.prepare_rc());
             if (!del.ok()) e = error_of(del.prepare_rc());
@@ -457,6 +537,7 @@ int Archive::flush(const QString& k, Tx& tx) {
                     sqlite3_bind_int64(ins.get(), 3, mtime);
                     sqlite3_bind_int64(ins.get(), 4, it->second->size());
                     ins.bind_blob(5, deflated(*it->second));
+                    sqlite3_bind_int64(ins.get(), 6, member_crc(*it->second));
                 }
                 const int rc = st.step();
                 if (rc != SQLITE_DONE) {
@@ -489,9 +570,12 @@ int Archive::flush(const QString& k, Tx& tx) {
             // A commit whose log sync failed may have left its frames in the
             // log; emptying the log keeps a later recovery from finding them.
             exec(c->db, "PRAGMA wal_checkpoint(TRUNCATE)");
-            // The rollback may have taken back the table the command made.
+            // The rollback may have taken back the table the command made,
+            // or the checksum column it added.
             bool has = false;
             if (table_exists(c->db, has) == SQLITE_OK) c->has_table = has;
+            has = false;
+            if (c->has_table && crc_column_exists(c->db, has) == SQLITE_OK) c->has_crc = has;
         }
         c->in_tx = false;
         if (e == 0 && c->wal_frames >= checkpoint_frames) {
@@ -528,6 +612,15 @@ int Archive::end_command(const QString& k) {
     const int e = flush(k, *t);
     delete t;
     return e;
+}
+
+int Archive::check_calendar(const QString& archive_file) {
+    if (archive_file.isEmpty()) return fail(err::bad_name);
+    const QString k = key(archive_file);
+    if (!QFileInfo::exists(k)) return 0;
+    if (!QFileInfo(k).isFile()) return fail(err::not_calendar);
+    if (open(k, false)) return 0;
+    return error_ == not_found ? 0 : error_;
 }
 
 int Archive::check_writable(const QString& archive_file) {

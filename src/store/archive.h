@@ -3,10 +3,12 @@
 #include "core/errors.h"
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
 #include <map>
+#include <vector>
 
 struct sqlite3;
 
@@ -38,6 +40,26 @@ class Archive {
     // The member names in name order; empty when the archive is missing or
     // unreadable (error() tells which).
     QStringList members(const QString& archive_file);
+
+    // What the caller should tell the user, since the store shows nothing
+    // itself: a member found damaged when it was read (each once for the
+    // life of the archive; its readable part was returned all the same),
+    // and a daily backup that could not be taken (the change itself went
+    // ahead).
+    struct Notice {
+        enum Kind { damaged_member, backup_failed } kind;
+        QString archive_file;
+        QString member; // damaged_member only
+        int error = 0;
+    };
+    // The notices since the last call, oldest first.
+    std::vector<Notice> take_notices();
+
+    // 0 when `archive_file` is a calendar or is missing (and could then be
+    // made); not_calendar (321) for a file that is none (empty, not SQLite,
+    // another program's database), bad_file (75) for one that is damaged.
+    // Looks without changing the file.
+    [[nodiscard]] int check_calendar(const QString& archive_file);
 
     // The last error number left by a call, cleared by clear_error().
     int error() const { return error_; }
@@ -117,11 +139,14 @@ class Archive {
     int fail_command(const QString& key, int e);
     Tx* command_of(const QString& key);
     int read_member(const QString& key, const QString& member, QByteArray& bytes);
+    void note_damaged(const QString& key, const QString& member);
     static QString key(const QString& archive_file);
 
     std::map<QString, Conn*> conns_;
     std::map<QString, Tx*> tx_; // the open command per file
     std::function<void(const QString&)> after_write_;
+    std::vector<Notice> notices_;
+    QSet<QString> damaged_seen_; // file + "\n" + member, told once
     int busy_timeout_ms_;
     int error_ = 0;
 };
