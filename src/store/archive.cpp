@@ -222,6 +222,10 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
     if (auto it = cached; it != conns_.end()) {
         Conn* c = it->second;
         if (exists && c->dev == dev && c->ino == ino) {
+            // Another process may have made the table since this connection
+            // last looked.
+            if (!c->has_table && table_exists(c->db, c->has_table) == SQLITE_OK && c->has_table)
+                (void)crc_column_exists(c->db, c->has_crc);
             begin_if_commanded(k, c);
             return c;
         }

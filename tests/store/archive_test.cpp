@@ -419,3 +419,16 @@ TEST_F(SqliteArchive, MemberCompressedBySqliteShellIsReadable) {
     EXPECT_EQ(a.get(cal, "c2603.cal", got), 0);
     EXPECT_EQ(got, bytes);
 }
+
+TEST_F(SqliteArchive, CalendarBeingMadeByAnotherConnectionIsSeenOnceItIsCommitted) {
+    Archive writer;
+    QStringList seen_during;
+    writer.set_after_write_hook([&](const QString&) { seen_during = a.members(cal); });
+    {
+        Archive::Command cmd(writer, cal);
+        ASSERT_EQ(writer.put(cal, "Calopt.tmp", "x"), 0);
+        ASSERT_EQ(cmd.finish(), 0);
+    }
+    EXPECT_EQ(seen_during, QStringList()) << "nothing committed yet";
+    EXPECT_EQ(a.members(cal), QStringList{"Calopt.tmp"});
+}
