@@ -59,6 +59,7 @@ void new_calendar(Shared& s, const CalendarHooks& h) {
         if (h.enable_delete) h.enable_delete(true);
         s.cal_path = chosen;
         s.cal_read_only = false;
+        s.cal_refused = false;
         s.cur_date = today();
         call(h.reset_counters);
         s.clear_days();
@@ -96,7 +97,15 @@ void open_calendar(Shared& s, const CalendarHooks& h) {
         return;
     }
 
+    if (const int e = s.archive.check_calendar(chosen)) {
+        // The calendar that was open stays open; the chosen file is not
+        // touched.
+        modal().message(refused_text(chosen, e), MsgStyle::Critical);
+        return;
+    }
+
     s.cal_path = chosen;
+    s.cal_refused = false;
     s.cur_date = today();
     s.cal_read_only = s.archive.check_writable(s.cal_path) != err::none;
     call(h.load_options);
@@ -109,6 +118,7 @@ void open_calendar(Shared& s, const CalendarHooks& h) {
     (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     call(h.rebuild_view);
     if (s.cal_read_only) modal().message(cannot_write_text(s.cal_path), MsgStyle::Warning);
+    report_store_notices(s);
 }
 
 void delete_calendar(Shared& s, const CalendarHooks& h) {
@@ -125,7 +135,10 @@ void delete_calendar(Shared& s, const CalendarHooks& h) {
     // Closing folds the write-ahead log back into the file and removes it.
     s.archive.close(s.cal_path);
     QFile file(s.cal_path);
-    if (file.exists() && !file.remove()) {
+    // Into the desktop's trash, from where the user can still bring it back;
+    // erased only where there is no trash.
+    const QFileInfo info(s.cal_path);
+    if (info.exists() && (!info.isFile() || (!file.moveToTrash() && !file.remove()))) {
         qCWarning(lcStore) << "cannot delete" << s.cal_path << file.errorString();
         modal().message(couldnt_delete_calendar_text(s.cal_path), MsgStyle::Critical);
         return;
@@ -156,6 +169,45 @@ QString couldnt_create_text(const QString& cal_file) {
 
 QString couldnt_delete_calendar_text(const QString& cal_file) {
     return QStringLiteral("Couldn't delete the Calendar - ") + cal_file;
+}
+
+
+QString refused_text(const QString& cal_file, int error) {
+    const QString what = error == err::bad_file ? QStringLiteral(" is damaged and was not opened.")
+                         : error == err::not_calendar
+                             ? QStringLiteral(" is not an Orva Calendar and was not opened.")
+                             : QStringLiteral(" cannot be read and was not opened.");
+    return QStringLiteral("The file ") + cal_file + what +
+           QStringLiteral("  It has not been changed.  Open another Calendar or make a new one "
+                          "from the File menu.");
+}
+
+QString folder_unwritable_text(const QString& folder) {
+    return QStringLiteral("The folder ") + folder +
+           QStringLiteral(" cannot be written, so Orva Calendar cannot keep your Calendar "
+                          "there.  Check the folder's permissions and the free space on its disk.");
+}
+
+QString damaged_member_text(const QString& cal_file, const QString& member) {
+    return QStringLiteral("The Calendar ") + cal_file + QStringLiteral(" has a damaged part, ") +
+           member +
+           QStringLiteral(".  What could be read of it is shown; it is not written over until "
+                          "you change that month.");
+}
+
+QString backup_failed_text(const QString& cal_file, int error) {
+    return QStringLiteral("Today's backup copy of the Calendar ") + cal_file +
+           QStringLiteral(" could not be made (Error Number : ") + QString::number(error) +
+           QStringLiteral(").  Your change was saved.");
+}
+
+void report_store_notices(Shared& s) {
+    for (const Archive::Notice& n : s.archive.take_notices()) {
+        if (n.kind == Archive::Notice::damaged_member)
+            modal().message(damaged_member_text(n.archive_file, n.member), MsgStyle::Warning);
+        else
+            modal().message(backup_failed_text(n.archive_file, n.error), MsgStyle::Warning);
+    }
 }
 
 } // namespace orva

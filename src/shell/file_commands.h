@@ -34,5 +34,17 @@ void delete_calendar(Shared& s, const CalendarHooks& h);
 QString cannot_write_text(const QString& cal_file);
 QString couldnt_create_text(const QString& cal_file);
 QString couldnt_delete_calendar_text(const QString& cal_file);
+// A calendar file refused at start or at File > Open (error 321: not a
+// calendar; 75: damaged; any other: it cannot be read), and a data folder
+// where no lock can be taken.
+QString refused_text(const QString& cal_file, int error);
+QString folder_unwritable_text(const QString& folder);
+QString damaged_member_text(const QString& cal_file, const QString& member);
+QString backup_failed_text(const QString& cal_file, int error);
+
+// Tells the user what the store noted since the last call: damaged members
+// (each once) and a daily backup that could not be made. The window runs it
+// after every command; start-up and File > Open at their end.
+void report_store_notices(Shared& s);
 
 } // namespace orva

@@ -1,25 +1,46 @@
 #include "shell/single_instance.h"
 
+#include "core/logging.h"
+
+#include <QByteArray>
 #include <QDir>
-#include <QLockFile>
+#include <QFile>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace orva {
 
-SingleInstance::SingleInstance(const QString& folder)
-    : lock_(std::make_unique<QLockFile>(QDir(folder).filePath(QStringLiteral("orvacal.lock")))) {
-    // A lock left by a process that no longer runs is taken over at once.
-    lock_->setStaleLockTime(0);
+SingleInstance::SingleInstance(const QString& folder) : folder_(folder) {}
+
+SingleInstance::~SingleInstance() {
+    if (fd_ >= 0) ::close(fd_);
 }
 
-SingleInstance::~SingleInstance() = default;
-
-bool SingleInstance::acquire() {
-    if (!held_) held_ = lock_->tryLock(0);
-    return held_;
-}
-
-bool SingleInstance::held() const {
-    return held_;
+SingleInstance::Result SingleInstance::acquire() {
+    if (fd_ >= 0) return Result::acquired;
+    const QByteArray path = QFile::encodeName(QDir(folder_).filePath(QStringLiteral("orvacal.lock")));
+    const int fd = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) {
+        qCWarning(lcStore) << "cannot open the lock file" << path << std::strerror(errno);
+        return Result::unwritable;
+    }
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        const int e = errno;
+        ::close(fd);
+        if (e == EWOULDBLOCK) return Result::running;
+        qCWarning(lcStore) << "cannot lock" << path << std::strerror(e);
+        return Result::unwritable;
+    }
+    // What stands in the file is only for a person looking: the kernel's
+    // lock alone decides.
+    const QByteArray pid = QByteArray::number(qint64(::getpid())) + '\n';
+    if (::ftruncate(fd, 0) == 0 && ::write(fd, pid.constData(), size_t(pid.size())) < 0)
+        qCWarning(lcStore) << "cannot note the process in" << path;
+    fd_ = fd;
+    return Result::acquired;
 }
 
 } // namespace orva

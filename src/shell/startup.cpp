@@ -29,8 +29,14 @@ int months_between(const QDate& from, const QDate& to) {
 }
 
 bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
-    if (!instance.acquire()) {
+    switch (instance.acquire()) {
+    case SingleInstance::Result::acquired:
+        break;
+    case SingleInstance::Result::running:
         modal().message(already_running_text, MsgStyle::Information);
+        return false;
+    case SingleInstance::Result::unwritable:
+        modal().message(folder_unwritable_text(instance.folder()), MsgStyle::Critical);
         return false;
     }
     w.set_busy(true);
@@ -41,9 +47,15 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     s.blankColWidth = qRound(3 * s.twips_per_pixel_x);
 
     s.cal_path = s.app_path + QStringLiteral("/calendar.cal");
-    // Told now, once, rather than by " Calendar Updated " over changes that
-    // never reach the file.
-    if (s.archive.check_writable(s.cal_path) != err::none) {
+    if (const int e = s.archive.check_calendar(s.cal_path)) {
+        // Never adopted, never written: the user chooses another or makes one.
+        modal().message(refused_text(s.cal_path, e), MsgStyle::Critical);
+        s.cal_path.clear();
+        s.cal_refused = true;
+        s.delete_enabled = false;
+    } else if (s.archive.check_writable(s.cal_path) != err::none) {
+        // Told now, once, rather than by " Calendar Updated " over changes
+        // that never reach the file.
         s.cal_read_only = true;
         modal().message(cannot_write_text(s.cal_path), MsgStyle::Warning);
     }
@@ -91,6 +103,7 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
     }
 
     if (s.menus.mnuStart && w.hide_to_tray()) s.sysCalender_enabled = true;
+    report_store_notices(s);
     w.set_busy(false);
     return true;
 }

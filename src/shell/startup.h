@@ -14,7 +14,10 @@ inline const QString already_running_text = QStringLiteral(
 int months_between(const QDate& from, const QDate& to);
 
 // Start-up of the main form. app_path must be set. Returns false when another
-// instance runs: the message has been shown and nothing else has happened.
+// instance runs or the data folder cannot be written: the message has been
+// shown and nothing else has happened. A calendar file that is none, or is
+// damaged, is refused with a message and left untouched; the program then
+// runs with no calendar open.
 bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance);
 
 // Keeps the window on the work area, lays out the planner and saves the

@@ -232,6 +232,8 @@ void report_options_error(const Shared& store, int e) {
     // Told once at start that this calendar cannot be written, the user is
     // not told again at every resize that moves the window.
     if (store.cal_read_only && e == err::denied) return;
+    // Nor, with no calendar open, when the one found at start was refused.
+    if (store.cal_refused && e == err::bad_name) return;
     modal().message(QStringLiteral("Error saving settings. Error Number : ") + QString::number(e),
                     MsgStyle::Critical);
 }

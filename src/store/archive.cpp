@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 #include <optional>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -261,8 +262,11 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
     int rc = sqlite3_open_v2(QFile::encodeName(k).constData(), &db, flags, nullptr);
     if (rc != SQLITE_OK) {
         qCWarning(lcStore) << "cannot open" << k << sqlite3_errmsg(db);
+        // A file the user may not read is not a damaged one.
+        const int sys = sqlite3_system_errno(db);
+        const bool barred = (rc & 0xff) == SQLITE_CANTOPEN && (sys == EACCES || sys == EPERM);
         sqlite3_close_v2(db);
-        fail(error_of(rc));
+        fail(barred ? err::denied : error_of(rc));
         return nullptr;
     }
     sqlite3_extended_result_codes(db, 1);
@@ -383,6 +387,10 @@ void Archive::note_damaged(const QString& k, const QString& member) {
     notices_.push_back({Notice::damaged_member, k, member, err::bad_file});
 }
 
+void Archive::report_damaged(const QString& archive_file, const QString& member) {
+    note_damaged(key(archive_file), member);
+}
+
 std::vector<Archive::Notice> Archive::take_notices() {
     std::vector<Notice> out;
     out.swap(notices_);
@@ -480,6 +488,42 @@ QStringList Archive::members(const QString& archive_file) {
 // Writes a command's held members and commits; on any failure rolls the whole
 // transaction back and removes a file the command created. Returns 0 or the
 // error number.
+namespace {
+
+// Takes out of `pending` every write that would leave its member as it is:
+// the same bytes under a checksum that matches them, or a removal of a member
+// that is not there. Any doubt keeps the write.
+QStringList drop_unchanged(sqlite3* db, std::map<QString, std::optional<QByteArray>>& pending) {
+    QStringList dropped;
+    Stmt get(db, "SELECT sz, crc, data FROM sqlar WHERE name=?1");
+    if (!get.ok()) return dropped;
+    for (auto it = pending.begin(); it != pending.end();) {
+        sqlite3_reset(get.get());
+        get.bind_text(1, it->first);
+        const int rc = get.step();
+        bool same = false;
+        if (rc == SQLITE_DONE) {
+            same = !it->second;
+        } else if (rc == SQLITE_ROW && it->second) {
+            const QByteArray& bytes = *it->second;
+            if (sqlite3_column_type(get.get(), 1) != SQLITE_NULL &&
+                sqlite3_column_int64(get.get(), 0) == bytes.size() &&
+                quint32(sqlite3_column_int64(get.get(), 1)) == member_crc(bytes)) {
+                QByteArray stored;
+                const char* data = static_cast<const char*>(sqlite3_column_blob(get.get(), 2));
+                const int len = sqlite3_column_bytes(get.get(), 2);
+                same = inflate_member(data, len, bytes.size(), stored) == Inflated::whole &&
+                       stored == bytes;
+            }
+        }
+        if (same) dropped << it->first;
+        it = same ? pending.erase(it) : std::next(it);
+    }
+    return dropped;
+}
+
+} // namespace
+
 int Archive::flush(const QString& k, Tx& tx) {
     int e = tx.failed;
     Conn* c = nullptr;
@@ -493,10 +537,16 @@ int Archive::flush(const QString& k, Tx& tx) {
             else
                 e = error_of(rc);
         }
+        // A member written back as it stands is left alone: a start or a
+        // resize that saves the same options changes nothing on the disk, so a
+        // file the user only looked at stays byte for byte as it was.
+        if (e == 0 && c->has_table && c->has_crc)
+            for (const QString& member : drop_unchanged(c->db, tx.pending))
+                if (after_write_) after_write_(member);
         // The first change of a day keeps a copy of the file as it stood; a
         // copy that cannot be taken is told, and the change goes ahead.
         const QDate today = clock().today();
-        if (e == 0 && c->has_table && c->backed_up_on != today) {
+        if (e == 0 && c->has_table && !tx.pending.empty() && c->backed_up_on != today) {
             // Tried once a day: a backup that failed is told, not retried at
             // every change.
             c->backed_up_on = today;

@@ -54,6 +54,9 @@ class Archive {
     };
     // The notices since the last call, oldest first.
     std::vector<Notice> take_notices();
+    // Notes a member whose lines the reader had to pass over, as one found
+    // damaged by its checksum is noted.
+    void report_damaged(const QString& archive_file, const QString& member);
 
     // 0 when `archive_file` is a calendar or is missing (and could then be
     // made); not_calendar (321) for a file that is none (empty, not SQLite,
@@ -114,8 +117,9 @@ class Archive {
     // How long a command waits for another process's write lock.
     void set_busy_timeout_ms(int ms);
 
-    // Called after each member has been written inside a transaction; tests
-    // use it to kill the process in the middle of a command.
+    // Called after each member a command settles inside its transaction,
+    // also one whose bytes were already stored and so were not written again;
+    // tests use it to kill the process in the middle of a command.
     void set_after_write_hook(std::function<void(const QString& member)> hook);
 
   private:

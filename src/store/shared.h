@@ -17,6 +17,9 @@ struct Shared : Tables {
     QDate tick_date;  // the date seen by the last tick
     // The open calendar cannot take changes, and the user has been told so.
     bool cal_read_only = false;
+    // The calendar of the last start was refused (it was none, or damaged)
+    // and the user has been told; no calendar is open until one is chosen.
+    bool cal_refused = false;
     Archive archive;
     // Called once for each member that long store work reads or writes, so
     // that the caller can keep its window alive; the store never runs an

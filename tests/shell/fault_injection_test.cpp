@@ -71,6 +71,9 @@ struct Scenario {
     QString message;                       // what the user must be told, or its start
     // The file whose state must not change; the calendar when empty.
     std::function<QString(EditorEnv&)> file = {};
+    // The command also takes the day's backup: a fault met there may instead
+    // leave the change made whole, with the user told the backup failed.
+    bool takes_backup = false;
 };
 
 void weekly_series(EditorEnv& e, const QString& text) {
@@ -187,6 +190,20 @@ std::vector<Scenario> scenarios() {
          },
          QStringLiteral("Couldn't create new Calendar  ' "),
          [](EditorEnv& e) { return e.dir.filePath(QStringLiteral("work.cal")); }},
+        {"FirstChangeOfTheDay",
+         [](EditorEnv& e) {
+             calendar(e);
+             // A new day: the command's first write copies the file first.
+             e.clock.set(QDateTime(QDate(2026, 3, 16), QTime(9, 0)));
+         },
+         [](EditorEnv& e) {
+             e.open_new(QDate(2026, 3, 16), QStringLiteral("12:00"));
+             e.f.Text1 = QStringLiteral("Lunch walk");
+             e.f.aptTimePick2 = QTime(12, 30);
+             e.rule(1, 1, QStringLiteral("05/31/26"));
+             e.ok();
+         },
+         couldnt, {}, true},
         {"ReminderRewrite", calendar,
          [](EditorEnv& e) {
              const int row = row_of_text(e.s, QStringLiteral("Dentist"));
@@ -210,7 +227,8 @@ struct Outcome {
 // Runs the scenario once in a fresh folder with call `nth` of the command
 // failing (0: none), checks what the user and the file are left with, and
 // reports whether the fault was met.
-Outcome run_once(const Scenario& sc, long nth, int write_code, long* calls = nullptr) {
+Outcome run_once(const Scenario& sc, long nth, int write_code, long* calls = nullptr,
+                 Snapshot* after = nullptr) {
     IoShim& io = IoShim::install();
     auto env = std::make_unique<EditorEnv>();
     EditorEnv& e = *env;
@@ -228,14 +246,41 @@ Outcome run_once(const Scenario& sc, long nth, int write_code, long* calls = nul
     io.reset_counts();
     io.fail_call(nth, write_code);
     sc.run(e);
+    report_store_notices(e.s);
     const Outcome out{io.fired(), io.fired_kind()};
     io.fail_call(0, write_code);
     if (calls) *calls = io.calls();
-    if (nth == 0) return out;
+    if (nth == 0) {
+        if (after) {
+            e.s.archive.close(file);
+            *after = snapshot(file);
+        }
+        return out;
+    }
+    const QStringList backups =
+        QDir(e.dir.filePath(QStringLiteral("backups"))).entryList(QDir::Files);
+    for (const QString& name : backups)
+        EXPECT_TRUE(name.endsWith(QLatin1String(".cal"))) << "a stray file: " << name.toStdString();
 
     const std::string where = std::string(sc.name) + " call " + std::to_string(nth) + " (" +
                               out.kind.toStdString() + ", code " + std::to_string(write_code) + ")";
     EXPECT_TRUE(out.fired) << where;
+    if (sc.takes_backup && after) {
+        bool backup_told = false;
+        for (const QString& m : e.m.messages())
+            backup_told = backup_told || m.startsWith(QLatin1String("Today's backup copy"));
+        if (backup_told) {
+            // The copy failed, the change went ahead whole.
+            e.s.archive.close(file);
+            EXPECT_TRUE(quick_check_ok(file)) << where;
+            EXPECT_TRUE(snapshot(file) == *after) << where << ": the change is not whole";
+            EXPECT_EQ(tables_of(e.s), fresh_load(e.s)) << where;
+            EXPECT_EQ(e.s.status_panels[QStringLiteral("nbrAppts ")].text,
+                      QString(" Calendar Updated "))
+                << where;
+            return out;
+        }
+    }
     bool told = false;
     for (const QString& m : e.m.messages())
         told = told || m.startsWith(sc.message);
@@ -265,13 +310,14 @@ class FaultInjection : public ::testing::TestWithParam<Scenario> {};
 TEST_P(FaultInjection, EveryFailedCallLeavesTheFileAsItWasAndTellsTheUser) {
     const Scenario& sc = GetParam();
     long total = 0;
-    run_once(sc, 0, SQLITE_IOERR_WRITE, &total);
+    Snapshot after;
+    run_once(sc, 0, SQLITE_IOERR_WRITE, &total, &after);
     ASSERT_GT(total, 0) << "the command made no I/O call";
     long injected = 0;
     for (long n = 1; n <= total; ++n) {
-        const Outcome o = run_once(sc, n, SQLITE_IOERR_WRITE);
+        const Outcome o = run_once(sc, n, SQLITE_IOERR_WRITE, nullptr, &after);
         injected += o.fired;
-        if (o.kind == u"write") injected += run_once(sc, n, SQLITE_FULL).fired;
+        if (o.kind == u"write") injected += run_once(sc, n, SQLITE_FULL, nullptr, &after).fired;
         if (HasFailure()) break;
     }
     std::printf("FaultInjection %s: %ld calls, %ld faults injected\n", sc.name, total, injected);

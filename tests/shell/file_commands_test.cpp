@@ -8,7 +8,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 using namespace orva;
 using orva::testing::make_appt;
@@ -304,4 +306,114 @@ TEST_F(FileCommands, DeletedCalendarDoesNotComeBackThroughALaterLoad) {
     ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
     EXPECT_EQ(s.appt_count, 0);
     EXPECT_FALSE(QFile::exists(cal));
+}
+
+namespace {
+
+// HOME and XDG_DATA_HOME pointed into a folder of the test for its life, so
+// that the desktop's trash is one the test can look into.
+struct TrashHome {
+    QByteArray old_home = qgetenv("HOME"), old_data = qgetenv("XDG_DATA_HOME");
+    QString data;
+    explicit TrashHome(const QString& home) : data(home + "/.local/share") {
+        QDir().mkpath(data);
+        qputenv("HOME", home.toUtf8());
+        qputenv("XDG_DATA_HOME", data.toUtf8());
+    }
+    ~TrashHome() {
+        qputenv("HOME", old_home);
+        qputenv("XDG_DATA_HOME", old_data);
+    }
+};
+
+} // namespace
+
+TEST_F(FileCommands, DeleteMovesTheCalendarToTheTrashWhereItStillOpens) {
+    TrashHome home(env->dir.path());
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    m.answers.push_back(Answer::Yes);
+    delete_calendar(s, hooks);
+    EXPECT_FALSE(QFile::exists(cal));
+    EXPECT_TRUE(m.messages().empty());
+    const QString trashed = home.data + "/Trash/files/" + QFileInfo(cal).fileName();
+    ASSERT_TRUE(QFile::exists(trashed));
+    EXPECT_TRUE(QFile::exists(home.data + "/Trash/info/" + QFileInfo(cal).fileName() +
+                              ".trashinfo"));
+    Archive a;
+    QByteArray member;
+    EXPECT_EQ(a.get(trashed, "c2603.cal", member), 0);
+    EXPECT_TRUE(member.contains("A1"));
+    a.close(trashed);
+}
+
+TEST_F(FileCommands, OpenRefusesAForeignDatabaseLeavesItAsItWasAndKeepsTheOpenCalendar) {
+    env->append_appt(make_appt("03012026", "A1"));
+    s.cal_path = cal;
+    const QString foreign = env->dir.filePath("songs.cal");
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(foreign.toUtf8().constData(), &db), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE songs(title TEXT)", nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(db);
+    }
+    const QByteArray before = orva::testing::file_bytes(foreign);
+    m.file_answers.push_back(foreign);
+    open_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "The file " + foreign +
+                                   " is not an Orva Calendar and was not opened.  It has not "
+                                   "been changed.  Open another Calendar or make a new one "
+                                   "from the File menu.");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_EQ(s.cal_path, cal);
+    EXPECT_TRUE(calls.isEmpty());
+    s.archive.close(foreign);
+    EXPECT_EQ(orva::testing::file_bytes(foreign), before);
+}
+
+TEST_F(FileCommands, OpenRefusesATextFileAndLeavesItAsItWas) {
+    s.cal_path = cal;
+    const QString text = env->dir.filePath("notes.cal");
+    {
+        QFile f(text);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("Shopping: milk, bread, eggs\n");
+    }
+    m.file_answers.push_back(text);
+    open_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_TRUE(m.messages()[0].contains(" is not an Orva Calendar and was not opened."));
+    EXPECT_EQ(orva::testing::file_bytes(text), QByteArray("Shopping: milk, bread, eggs\n"));
+    EXPECT_EQ(s.cal_path, cal);
+}
+
+TEST_F(FileCommands, OpeningACalendarWithADamagedMemberShowsWhatCanBeReadAndTellsOnce) {
+    const QString other = env->dir.filePath("other.cal");
+    ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
+              0);
+    s.archive.close(other);
+    {
+        // One bit of the stored checksum turned: the bytes no longer match it.
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(other.toUtf8().constData(), &db), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(db, "UPDATE sqlar SET crc = (crc | 1) - (crc & 1) WHERE name='c2603.cal'",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(db);
+    }
+    s.cal_path = cal;
+    s.cur_date = QDate(2025, 7, 1);
+    m.file_answers.push_back(other);
+    open_calendar(s, hooks);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "The Calendar " + other +
+                                   " has a damaged part, c2603.cal.  What could be read of it "
+                                   "is shown; it is not written over until you change that "
+                                   "month.");
+    EXPECT_EQ(s.cal_path, other);
+    ASSERT_EQ(s.appt_count, 1);
+    report_store_notices(s);
+    EXPECT_EQ(m.messages().size(), 1u) << "told once";
 }

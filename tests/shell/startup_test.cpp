@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <sqlite3.h>
 #include <gtest/gtest.h>
 
 namespace orva {
@@ -51,7 +52,7 @@ class StartupTest : public ::testing::Test {
 
 TEST_F(StartupTest, SecondStartShowsMessageAndEndsLeavingFirstAlone) {
     SingleInstance first(dir.path());
-    ASSERT_TRUE(first.acquire());
+    ASSERT_EQ(first.acquire(), SingleInstance::Result::acquired);
 
     SingleInstance second(dir.path());
     EXPECT_FALSE(Form_Load(s, w, second));
@@ -66,10 +67,104 @@ TEST_F(StartupTest, SecondStartShowsMessageAndEndsLeavingFirstAlone) {
 TEST_F(StartupTest, LockOfAProcessThatEndedDoesNotKeepTheNextStartOut) {
     {
         SingleInstance gone(dir.path());
-        ASSERT_TRUE(gone.acquire());
+        ASSERT_EQ(gone.acquire(), SingleInstance::Result::acquired);
     }
     SingleInstance next(dir.path());
-    EXPECT_TRUE(next.acquire());
+    EXPECT_EQ(next.acquire(), SingleInstance::Result::acquired);
+}
+
+TEST_F(StartupTest, EmptyLockFileLeftBehindDoesNotKeepTheProgramOut) {
+    QFile lock(dir.filePath(QStringLiteral("orvacal.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.close();
+    EXPECT_TRUE(start(s, w));
+    EXPECT_TRUE(m.messages().empty());
+    EXPECT_TRUE(QFile::exists(cal()));
+}
+
+TEST_F(StartupTest, GarbageInTheLockFileDoesNotKeepTheProgramOut) {
+    QFile lock(dir.filePath(QStringLiteral("orvacal.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write("\x00\xff\x13 not a process 99999999999999\n\t");
+    lock.close();
+    EXPECT_TRUE(start(s, w));
+    EXPECT_TRUE(m.messages().empty());
+}
+
+TEST_F(StartupTest, LockHeldByALiveProcessKeepsTheSecondStartOut) {
+    SingleInstance live(dir.path());
+    ASSERT_EQ(live.acquire(), SingleInstance::Result::acquired);
+    SingleInstance second(dir.path());
+    EXPECT_EQ(second.acquire(), SingleInstance::Result::running);
+    EXPECT_FALSE(second.held());
+}
+
+TEST_F(StartupTest, DataFolderThatCannotBeWrittenIsToldAsSuchNotAsAlreadyRunning) {
+    // A plain file where the folder should be: nothing can be made inside.
+    const QString blocked = dir.filePath(QStringLiteral("blocked"));
+    QFile f(blocked);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.close();
+    s.app_path = blocked + QStringLiteral("/orvacal");
+    SingleInstance inst(s.app_path);
+    EXPECT_FALSE(Form_Load(s, w, inst));
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0],
+              "The folder " + s.app_path +
+                  " cannot be written, so Orva Calendar cannot keep your Calendar there.  Check "
+                  "the folder's permissions and the free space on its disk.");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_EQ(w.moves, 0) << "nothing else happens";
+}
+
+TEST_F(StartupTest, ForeignDatabaseAtStartIsRefusedLeftAsItWasAndTheProgramRunsWithoutACalendar) {
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(cal().toUtf8().constData(), &db), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE songs(title TEXT); INSERT INTO songs "
+                                   "VALUES('Blue Moon')",
+                               nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(db);
+    }
+    const QByteArray before = testing::file_bytes(cal());
+    ASSERT_TRUE(start(s, w));
+    Form_Resize(s.store(), s.view(), s.options(), s.run(), w);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "The file " + cal() +
+                                   " is not an Orva Calendar and was not opened.  It has not "
+                                   "been changed.  Open another Calendar or make a new one "
+                                   "from the File menu.");
+    EXPECT_EQ(m.last(u"message")->style, MsgStyle::Critical);
+    EXPECT_TRUE(s.cal_path.isEmpty());
+    EXPECT_TRUE(s.cal_refused);
+    EXPECT_FALSE(s.delete_enabled);
+    EXPECT_EQ(w.day_views, 1) << "the planner shows, empty";
+    s.archive.close(cal());
+    EXPECT_EQ(testing::file_bytes(cal()), before);
+    EXPECT_FALSE(QFile::exists(cal() + QStringLiteral("-wal")));
+}
+
+TEST_F(StartupTest, CalendarTheUserMayNotReadIsRefusedAsUnreadable) {
+    {
+        AppState first;
+        first.app_path = s.app_path;
+        testing::FakeWindow w1;
+        ASSERT_TRUE(start(first, w1));
+    }
+    const QByteArray before = testing::file_bytes(cal());
+    testing::IoShim& io = testing::IoShim::install();
+    io.set_unreadable_path(cal());
+    m.shown.clear();
+    const bool started = start(s, w);
+    io.set_unreadable_path(QString());
+    ASSERT_TRUE(started);
+    ASSERT_EQ(m.messages().size(), 1u);
+    EXPECT_EQ(m.messages()[0], "The file " + cal() +
+                                   " cannot be read and was not opened.  It has not been "
+                                   "changed.  Open another Calendar or make a new one from "
+                                   "the File menu.");
+    EXPECT_EQ(testing::file_bytes(cal()), before);
 }
 
 TEST_F(StartupTest, FirstRunInFreshFolderShowsEmptyDayForTodayAndCreatesCalendarWithOptions) {

@@ -5,6 +5,7 @@
 #include "store/shared.h"
 
 #include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -25,6 +26,12 @@ inline QStringList texts_in_many_scripts() {
     return {QString::fromUtf8("Café crème"), QString::fromUtf8("Zoë"),
             QString::fromUtf8("Συνάντηση"),  QString::fromUtf8("Встреча"),
             QString::fromUtf8("会议"),       QString::fromUtf8("Party 🎉")};
+}
+
+// A file's bytes as they stand on the disk; empty when it cannot be read.
+inline QByteArray file_bytes(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
 // An appointment occurrence on "mmddyyyy" with the given key and start time.

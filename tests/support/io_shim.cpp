@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <atomic>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -20,6 +21,7 @@ struct State {
     const char* fired_kind = "";
     std::mutex m;
     QByteArray read_only_path;
+    QByteArray unreadable_path;
 };
 
 State& st() {
@@ -149,6 +151,10 @@ int vOpen(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* f, int flags, int* 
     State& s = st();
     if ((flags & SQLITE_OPEN_MAIN_DB) && name) {
         std::lock_guard lock(s.m);
+        if (!s.unreadable_path.isEmpty() && s.unreadable_path == name) {
+            errno = EACCES;
+            return SQLITE_CANTOPEN;
+        }
         if (!s.read_only_path.isEmpty() && s.read_only_path == name) {
             flags &= ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
             flags |= SQLITE_OPEN_READONLY;
@@ -263,6 +269,12 @@ void IoShim::set_read_only_path(const QString& path) {
     State& s = st();
     std::lock_guard lock(s.m);
     s.read_only_path = path.isEmpty() ? QByteArray() : QFileInfo(path).absoluteFilePath().toUtf8();
+}
+
+void IoShim::set_unreadable_path(const QString& path) {
+    State& s = st();
+    std::lock_guard lock(s.m);
+    s.unreadable_path = path.isEmpty() ? QByteArray() : QFileInfo(path).absoluteFilePath().toUtf8();
 }
 
 } // namespace orva::testing

@@ -35,6 +35,9 @@ class IoShim {
     // While set, the database file at this path opens read-only whatever is
     // asked, as a file the user may not write would. Empty clears it.
     void set_read_only_path(const QString& path);
+    // While set, the database file at this path cannot be opened at all, as
+    // one the user may not read: the open fails with the system's EACCES.
+    void set_unreadable_path(const QString& path);
 };
 
 } // namespace orva::testing

@@ -72,6 +72,8 @@ const std::pair<QString, QString> panel_names[] = {
 template <typename F> void frmCal::run(F&& f) {
     f();
     sync_controls();
+    // What the store noted during the command, told once it is over.
+    report_store_notices(s_);
 }
 
 frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state) {
