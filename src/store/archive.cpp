@@ -130,6 +130,36 @@ qint64 size_of(const QString& path) {
     return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? qint64(st.st_size) : -1;
 }
 
+// Whether the table has the archive's own columns: one of the same name but
+// another shape belongs to some other program.
+int table_has_archive_columns(sqlite3* db, bool& has) {
+    Stmt q(db, "SELECT count(*) FROM pragma_table_info('sqlar') "
+               "WHERE name IN ('name', 'mode', 'mtime', 'sz', 'data')");
+    if (!q.ok()) return q.prepare_rc();
+    const int rc = q.step();
+    has = rc == SQLITE_ROW && sqlite3_column_int(q.get(), 0) == 5;
+    return rc == SQLITE_ROW ? SQLITE_OK : rc;
+}
+
+// Whether the file is shorter than its own header says it was when last
+// written whole: a file cut off at its end can otherwise pass every check,
+// its missing bytes read as zeros.
+bool cut_short(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return false;
+    const QByteArray h = f.read(100);
+    if (h.size() < 100 || !h.startsWith(QByteArrayLiteral("SQLite format 3\0"))) return false;
+    const auto be32 = [&h](int at) {
+        return quint32(quint8(h[at])) << 24 | quint32(quint8(h[at + 1])) << 16 |
+               quint32(quint8(h[at + 2])) << 8 | quint32(quint8(h[at + 3]));
+    };
+    const quint32 page = quint32(quint8(h[16])) << 8 | quint8(h[17]);
+    const qint64 page_size = page == 1 ? 65536 : page;
+    // The page count is only kept when the two counters agree.
+    if (page_size < 512 || be32(24) != be32(92)) return false;
+    return f.size() < qint64(be32(28)) * page_size;
+}
+
 int table_exists(sqlite3* db, bool& exists) {
     Stmt q(db, "SELECT 1 FROM sqlite_master WHERE type='table' AND name='sqlar'");
     if (!q.ok()) return q.prepare_rc();
@@ -257,6 +287,12 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         fresh = true;
     }
 
+    if (!fresh && cut_short(k)) {
+        qCWarning(lcStore) << k << "is shorter than its header says: cut off";
+        fail(err::bad_file);
+        return nullptr;
+    }
+
     sqlite3* db = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
     int rc = sqlite3_open_v2(QFile::encodeName(k).constData(), &db, flags, nullptr);
@@ -276,10 +312,12 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         // Looked at before anything is set on the file, so that a file that
         // is not a calendar is left exactly as it was.
         int id = 0;
+        bool shaped = false;
         rc = table_exists(db, has_table);
+        if (rc == SQLITE_OK && has_table) rc = table_has_archive_columns(db, shaped);
         if (rc == SQLITE_OK) rc = application_id(db, id);
-        const bool foreign =
-            rc == SQLITE_OK && (!has_table || (id != 0 && id != orva_application_id));
+        const bool foreign = rc == SQLITE_OK && (!has_table || !shaped ||
+                                                 (id != 0 && id != orva_application_id));
         if (foreign || (rc & 0xff) == SQLITE_NOTADB) {
             qCWarning(lcStore) << k << "is not a calendar";
             sqlite3_close_v2(db);

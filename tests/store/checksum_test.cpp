@@ -153,6 +153,19 @@ TEST_F(ForeignAndDamaged, DamagedMemberWrittenBackWithItsOriginalBytesIsRepaired
     EXPECT_TRUE(a.take_notices().empty());
 }
 
+TEST_F(ForeignAndDamaged, FileCutShortByItsLastByteIsRefusedAsDamagedAndLeftAlone) {
+    ASSERT_EQ(a.put(cal, "c2603.cal", month()), 0);
+    a.close(cal);
+    QFile f(cal);
+    ASSERT_TRUE(f.resize(f.size() - 1));
+    const QByteArray before = read(cal);
+    EXPECT_EQ(a.check_calendar(cal), err::bad_file);
+    QByteArray got;
+    EXPECT_NE(a.get(cal, "c2603.cal", got), 0);
+    a.close(cal);
+    EXPECT_EQ(read(cal), before);
+}
+
 TEST_F(ForeignAndDamaged, MemberCutShortGivesItsReadableStart) {
     ASSERT_EQ(a.put(cal, "c2603.cal", month()), 0);
     a.close(cal);
