@@ -171,7 +171,6 @@ QString couldnt_delete_calendar_text(const QString& cal_file) {
     return QStringLiteral("Couldn't delete the Calendar - ") + cal_file;
 }
 
-
 QString refused_text(const QString& cal_file, int error) {
     const QString what = error == err::bad_file ? QStringLiteral(" is damaged and was not opened.")
                          : error == err::not_calendar

@@ -21,7 +21,8 @@ SingleInstance::~SingleInstance() {
 
 SingleInstance::Result SingleInstance::acquire() {
     if (fd_ >= 0) return Result::acquired;
-    const QByteArray path = QFile::encodeName(QDir(folder_).filePath(QStringLiteral("orvacal.lock")));
+    const QByteArray path =
+        QFile::encodeName(QDir(folder_).filePath(QStringLiteral("orvacal.lock")));
     const int fd = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
     if (fd < 0) {
         qCWarning(lcStore) << "cannot open the lock file" << path << std::strerror(errno);

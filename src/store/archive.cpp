@@ -316,8 +316,8 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
         rc = table_exists(db, has_table);
         if (rc == SQLITE_OK && has_table) rc = table_has_archive_columns(db, shaped);
         if (rc == SQLITE_OK) rc = application_id(db, id);
-        const bool foreign = rc == SQLITE_OK && (!has_table || !shaped ||
-                                                 (id != 0 && id != orva_application_id));
+        const bool foreign =
+            rc == SQLITE_OK && (!has_table || !shaped || (id != 0 && id != orva_application_id));
         if (foreign || (rc & 0xff) == SQLITE_NOTADB) {
             qCWarning(lcStore) << k << "is not a calendar";
             sqlite3_close_v2(db);

@@ -29,10 +29,10 @@ QByteArray month_lines(int count = 3) {
     QByteArray out;
     for (int i = 0; i < count; ++i) {
         const QString id = QStringLiteral("2109%1001111").arg(i, 2, 10, QLatin1Char('0'));
-        out += appt_line(testing::make_appt(QStringLiteral("11212026"), id,
-                                            QStringLiteral("%1:00").arg(9 + i, 2, 10,
-                                                                       QLatin1Char('0')),
-                                            QStringLiteral("Entry %1").arg(i))) +
+        out += appt_line(
+                   testing::make_appt(QStringLiteral("11212026"), id,
+                                      QStringLiteral("%1:00").arg(9 + i, 2, 10, QLatin1Char('0')),
+                                      QStringLiteral("Entry %1").arg(i))) +
                "\r\n";
     }
     return out;
@@ -45,12 +45,7 @@ void write_file(const QString& path, const QByteArray& bytes) {
 }
 
 void sql(const QString& file, const char* statements) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &db), SQLITE_OK);
-    char* msg = nullptr;
-    EXPECT_EQ(sqlite3_exec(db, statements, nullptr, nullptr, &msg), SQLITE_OK) << (msg ? msg : "");
-    sqlite3_free(msg);
-    sqlite3_close(db);
+    testing::run_sql(file, statements);
 }
 
 // The stored (deflated) bytes of a member, and their replacement, behind the
@@ -324,7 +319,8 @@ class DamagedFile : public ::testing::TestWithParam<Kind> {
 
     // The file, or the folder's listing where the calendar is a folder.
     QByteArray state_of(const QString& path) const {
-        if (QFileInfo(path).isDir()) return QDir(path).entryList(QDir::AllEntries).join('|').toUtf8();
+        if (QFileInfo(path).isDir())
+            return QDir(path).entryList(QDir::AllEntries).join('|').toUtf8();
         return testing::file_bytes(path);
     }
 

@@ -203,7 +203,9 @@ std::vector<Scenario> scenarios() {
              e.rule(1, 1, QStringLiteral("05/31/26"));
              e.ok();
          },
-         couldnt, {}, true},
+         couldnt,
+         {},
+         true},
         {"ReminderRewrite", calendar,
          [](EditorEnv& e) {
              const int row = row_of_text(e.s, QStringLiteral("Dentist"));

@@ -338,8 +338,8 @@ TEST_F(FileCommands, DeleteMovesTheCalendarToTheTrashWhereItStillOpens) {
     EXPECT_TRUE(m.messages().empty());
     const QString trashed = home.data + "/Trash/files/" + QFileInfo(cal).fileName();
     ASSERT_TRUE(QFile::exists(trashed));
-    EXPECT_TRUE(QFile::exists(home.data + "/Trash/info/" + QFileInfo(cal).fileName() +
-                              ".trashinfo"));
+    EXPECT_TRUE(
+        QFile::exists(home.data + "/Trash/info/" + QFileInfo(cal).fileName() + ".trashinfo"));
     Archive a;
     QByteArray member;
     EXPECT_EQ(a.get(trashed, "c2603.cal", member), 0);
@@ -351,13 +351,7 @@ TEST_F(FileCommands, OpenRefusesAForeignDatabaseLeavesItAsItWasAndKeepsTheOpenCa
     env->append_appt(make_appt("03012026", "A1"));
     s.cal_path = cal;
     const QString foreign = env->dir.filePath("songs.cal");
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(foreign.toUtf8().constData(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE songs(title TEXT)", nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(db);
-    }
+    orva::testing::run_sql(foreign, "CREATE TABLE songs(title TEXT)");
     const QByteArray before = orva::testing::file_bytes(foreign);
     m.file_answers.push_back(foreign);
     open_calendar(s, hooks);
@@ -394,15 +388,9 @@ TEST_F(FileCommands, OpeningACalendarWithADamagedMemberShowsWhatCanBeReadAndTell
     ASSERT_EQ(s.archive.put(other, "c2603.cal", appt_line(make_appt("03202026", "THERE")) + "\r\n"),
               0);
     s.archive.close(other);
-    {
-        // One bit of the stored checksum turned: the bytes no longer match it.
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(other.toUtf8().constData(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db, "UPDATE sqlar SET crc = (crc | 1) - (crc & 1) WHERE name='c2603.cal'",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(db);
-    }
+    // One bit of the stored checksum turned: the bytes no longer match it.
+    orva::testing::run_sql(other,
+                           "UPDATE sqlar SET crc = (crc | 1) - (crc & 1) WHERE name='c2603.cal'");
     s.cal_path = cal;
     s.cur_date = QDate(2025, 7, 1);
     m.file_answers.push_back(other);

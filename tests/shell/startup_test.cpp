@@ -10,8 +10,8 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <sqlite3.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 namespace orva {
 namespace {
@@ -118,15 +118,8 @@ TEST_F(StartupTest, DataFolderThatCannotBeWrittenIsToldAsSuchNotAsAlreadyRunning
 }
 
 TEST_F(StartupTest, ForeignDatabaseAtStartIsRefusedLeftAsItWasAndTheProgramRunsWithoutACalendar) {
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(cal().toUtf8().constData(), &db), SQLITE_OK);
-        ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE songs(title TEXT); INSERT INTO songs "
-                                   "VALUES('Blue Moon')",
-                               nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_close(db);
-    }
+    testing::run_sql(cal(),
+                     "CREATE TABLE songs(title TEXT); INSERT INTO songs VALUES('Blue Moon')");
     const QByteArray before = testing::file_bytes(cal());
     ASSERT_TRUE(start(s, w));
     Form_Resize(s.store(), s.view(), s.options(), s.run(), w);

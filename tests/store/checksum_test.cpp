@@ -30,15 +30,8 @@ struct ForeignAndDamaged : ::testing::Test {
         ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
         f.write(b);
     }
-    // Runs statements on a connection of their own.
     void sql(const QString& file, const char* statements) {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &db), SQLITE_OK);
-        char* msg = nullptr;
-        EXPECT_EQ(sqlite3_exec(db, statements, nullptr, nullptr, &msg), SQLITE_OK)
-            << (msg ? msg : "");
-        sqlite3_free(msg);
-        sqlite3_close(db);
+        orva::testing::run_sql(file, statements);
     }
     QByteArray month() const {
         return QByteArray("0315202603152026 Dentist")

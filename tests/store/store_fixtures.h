@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <map>
+#include <sqlite3.h>
 
 #include <ostream>
 
@@ -32,6 +33,17 @@ inline QStringList texts_in_many_scripts() {
 inline QByteArray file_bytes(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// Runs SQL statements on a connection of its own, behind the store's back:
+// how tests make foreign files and damage calendars.
+inline void run_sql(const QString& file, const char* statements) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &db), SQLITE_OK);
+    char* msg = nullptr;
+    EXPECT_EQ(sqlite3_exec(db, statements, nullptr, nullptr, &msg), SQLITE_OK) << (msg ? msg : "");
+    sqlite3_free(msg);
+    sqlite3_close(db);
 }
 
 // An appointment occurrence on "mmddyyyy" with the given key and start time.
