@@ -3,6 +3,7 @@
 #include "core/clock.h"
 
 #include <QTime>
+#include <limits>
 #include <optional>
 
 namespace orva {
@@ -24,6 +25,14 @@ QString hhmm_of(const QString& start) {
     const auto m = minutes_of(start);
     if (!m) return start;
     return QTime(*m / 60, *m % 60).toString(QStringLiteral("hh:mm"));
+}
+
+// Counts are signed 16-bit. A raise past the top fails and leaves the count
+// where it stood, as an overflowing assignment always did; wrapping round to
+// a negative count would put later rows nowhere and every loop over the table
+// would run backwards.
+void count_up(qint16& n) {
+    if (n < std::numeric_limits<qint16>::max()) ++n;
 }
 
 int two_digits(const QString& s, int from, bool* ok) {
@@ -67,8 +76,8 @@ void Tables::clear_days() {
 }
 
 void Tables::add_appt_row() {
-    ++appt_count;
-    ++appt_next;
+    count_up(appt_count);
+    count_up(appt_next);
     // Past the limit the row is lost but the count has gone up: the quiet
     // overflow callers expect.
     if (appt_rec* row = appt_row(appt_next)) {
@@ -122,7 +131,7 @@ void Tables::note_day() {
 }
 
 void Tables::add_rmdr_row() {
-    ++rmdr_count;
+    count_up(rmdr_count);
     rmdr_rec* row = rmdr_row(rmdr_count);
     if (!row) return;
     row->rmdr_first_date = cur.cur_first_date;
@@ -188,6 +197,20 @@ QDate text_to_date(const QString& mmddyyyy) {
 QDate short_to_date(const QString& mm_dd_yy) {
     return text_to_date(mm_dd_yy.mid(0, 2) + mm_dd_yy.mid(3, 2) + QStringLiteral("20") +
                         mm_dd_yy.mid(6, 2));
+}
+
+bool is_line_date(const QString& mmddyyyy) {
+    if (mmddyyyy.size() != 8) return false;
+    for (QChar c : mmddyyyy)
+        if (c < u'0' || c > u'9') return false;
+    return text_to_date(mmddyyyy).isValid();
+}
+
+bool is_short_line_date(const QString& mm_dd_yy) {
+    if (mm_dd_yy.size() != 8) return false;
+    for (int i : {0, 1, 3, 4, 6, 7})
+        if (mm_dd_yy[i] < u'0' || mm_dd_yy[i] > u'9') return false;
+    return short_to_date(mm_dd_yy).isValid();
 }
 
 QString appt_yymm(const QString& mmddyyyy) {

@@ -156,6 +156,11 @@ struct Tables {
 QDate text_to_date(const QString& mmddyyyy);
 // "mm/dd/yy" to a date; the century is always 20.
 QDate short_to_date(const QString& mm_dd_yy);
+// Whether a line's own date can place it: digits wherever the date is read
+// ("mmddyyyy" for appt_date, "mm/dd/yy" for rmdr_date, the separators never
+// read) naming a real day. The load skips a line whose date fails this.
+bool is_line_date(const QString& mmddyyyy);
+bool is_short_line_date(const QString& mm_dd_yy);
 // The yymm of the member that stores an appointment ("mmddyyyy": 7-8 then 1-2)
 // or a reminder ("mm/dd/yy": 7-8 then 1-2).
 QString appt_yymm(const QString& mmddyyyy);
