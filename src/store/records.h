@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <QTime>
 #include <array>
 #include <cstring>
 #include <vector>
@@ -175,6 +176,11 @@ QString yymm_of(const QDate& d);
 QString appt_id_at(const QDateTime& now);
 // appt_id_at the clock's now.
 QString new_appt_id();
+
+// "hh:mm" (or "h:mm") text of a time field to a time; the blanks that pad a
+// field may stand around it. Invalid for blanks or any other character: every
+// reader of a start, end or due time takes a field that is no time as none.
+QTime hhmm_to_time(const QString& t);
 
 // A field's text without the blanks that pad it on the right.
 QString rtrim(const QString& field);

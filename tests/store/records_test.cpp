@@ -220,6 +220,17 @@ TEST_F(Records, DayTimesCompareByValueNotByText) {
     EXPECT_EQ(day_index(10), QString("2 "));
 }
 
+TEST_F(Records, StartThatIsNoTimeRanksAsUntimed) {
+    load("03102026", "10:00");
+    load("03102026", "\t9:00");
+    EXPECT_EQ(day_time(10), QString("00:00"));
+    EXPECT_EQ(day_index(10), QString("2 "));
+    load("03112026", "9:x0");
+    load("03112026", "06:00");
+    EXPECT_EQ(day_time(11), QString("00:00"));
+    EXPECT_EQ(day_index(11), QString("3 "));
+}
+
 TEST_F(Records, DayWithoutTypeShowsAlarm) {
     load("03102026", "09:00", "");
     EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Alarm"));
