@@ -24,16 +24,10 @@ QStringList lead_items() {
     return out;
 }
 
-// "hh:mm" (or "h:mm") to minutes after midnight; -1 when it is no time.
+// Minutes after midnight of a time field; -1 when it is no time.
 int minutes_of(const QString& hhmm) {
-    const QString t = hhmm.trimmed();
-    const qsizetype colon = t.indexOf(u':');
-    if (colon < 1) return -1;
-    bool okh = false, okm = false;
-    const int h = t.left(colon).toInt(&okh);
-    const int m = t.mid(colon + 1, 2).toInt(&okm);
-    if (!okh || !okm || h < 0 || h > 23 || m < 0 || m > 59) return -1;
-    return h * 60 + m;
+    const QTime t = hhmm_to_time(hhmm);
+    return t.isValid() ? t.hour() * 60 + t.minute() : -1;
 }
 
 QString date_text(const QDate& d) {

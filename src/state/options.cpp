@@ -197,7 +197,13 @@ void default_options(Shared& store, PlannerState& view, OptionsState& options, R
     options.vsSettings.setCols(options_cols);
     options.skin_name = QStringLiteral("mnuStdWindows");
     options.anim_speed = 1;
-    options.vsSettings.AddItem(row_of(options, w).join(QLatin1Char('\t')));
+    // Cell by cell: a font name taken from the grid may hold a tab.
+    Grid& g = options.vsSettings;
+    const QStringList row = row_of(options, w);
+    const int r = g.Rows();
+    g.setRows(r + 1);
+    for (int c = 0; c < options_cols; ++c)
+        g.setTextMatrix(r, c, row[c]);
     save_options(store, view, options, w);
 }
 

@@ -75,16 +75,29 @@ class MonthWriter {
     bool open_ = false;
 };
 
-// Reads a member record by record into cur and hands each one on.
-template <class Rec, class Take>
-void read_member(Shared& s, const QByteArray& member,
-                 void (MemberReader::*read)(Rec&, QByteArray&, int), Take take) {
+// Reads a member record by record and hands each usable one on. Any byte may
+// stand in a field; what the fields mean is the table's business. Only a line
+// that cannot be placed is passed over: one cut short by the member's end, or
+// one whose own date (`date_of`) names no day. The rest of the month loads.
+template <class Rec, class DateOk, class Take>
+void read_member(Shared& s, const QByteArray& member, const QString& name,
+                 bool (MemberReader::*read)(Rec&, QByteArray&, int), DateOk date_ok, Take take) {
     MemberReader in(member);
     Rec rec;
     QByteArray rec_end;
+    int line = 0;
     while (!in.at_end()) {
-        (in.*read)(rec, rec_end, s.cur.rec_end_len);
+        ++line;
+        const bool whole = (in.*read)(rec, rec_end, s.cur.rec_end_len);
         s.cur.rec_end = QString::fromLatin1(rec_end);
+        if (!whole) {
+            qCWarning(lcStore) << name << "line" << line << "is cut short; skipped";
+            continue;
+        }
+        if (!date_ok(rec)) {
+            qCWarning(lcStore) << name << "line" << line << "has no usable date; skipped";
+            continue;
+        }
         take(rec);
     }
 }
@@ -140,10 +153,13 @@ int load_appt_month(Shared& s, const QString& yymm, const QString& cal_file) {
     QByteArray member;
     const int e = extract_appt_member(s, cal_file, member, yymm);
     if (e != err::none) return load_result(e, appt_member_name(yymm));
-    read_member<appt_rec>(s, member, &MemberReader::read_appt, [&s](const appt_rec& rec) {
-        s.appt_to_cur(rec);
-        s.add_appt_row();
-    });
+    read_member<appt_rec>(
+        s, member, appt_member_name(yymm), &MemberReader::read_appt,
+        [](const appt_rec& rec) { return is_line_date(rec.appt_date); },
+        [&s](const appt_rec& rec) {
+            s.appt_to_cur(rec);
+            s.add_appt_row();
+        });
     return err::none;
 }
 
@@ -171,10 +187,13 @@ int load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file) {
     QByteArray member;
     const int e = extract_rmdr_member(s, cal_file, member, yymm);
     if (e != err::none) return load_result(e, rmdr_member_name(yymm));
-    read_member<rmdr_rec>(s, member, &MemberReader::read_rmdr, [&s](const rmdr_rec& rec) {
-        s.rmdr_to_cur(rec);
-        s.add_rmdr_row();
-    });
+    read_member<rmdr_rec>(
+        s, member, rmdr_member_name(yymm), &MemberReader::read_rmdr,
+        [](const rmdr_rec& rec) { return is_short_line_date(rec.rmdr_date); },
+        [&s](const rmdr_rec& rec) {
+            s.rmdr_to_cur(rec);
+            s.add_rmdr_row();
+        });
     return err::none;
 }
 

@@ -8,14 +8,19 @@ namespace orva {
 namespace {
 
 template <typename Rec, size_t K>
-void read_fields(MemberReader& in, Rec& r, const int (&widths)[K]) {
+bool read_fields(MemberReader& in, Rec& r, const int (&widths)[K]) {
     char* at = reinterpret_cast<char*>(&r);
+    bool whole = true;
     for (int w : widths) {
         const QByteArrayView field = in.read(w);
-        std::memcpy(at, field.constData(), size_t(field.size()));
+        // An empty view may carry no pointer at all, and memcpy from null is
+        // undefined even for no bytes.
+        if (!field.isEmpty()) std::memcpy(at, field.constData(), size_t(field.size()));
         std::memset(at + field.size(), ' ', size_t(w - field.size()));
+        if (field.size() < w) whole = false;
         at += w;
     }
+    return whole;
 }
 
 constexpr int sum(const int* w, size_t n) {
@@ -40,14 +45,16 @@ QByteArray rmdr_line(const rmdr_rec& r) {
     return QByteArray(reinterpret_cast<const char*>(&r), rmdr_line_width);
 }
 
-void MemberReader::read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len) {
-    read_fields(*this, r, appt_widths);
+bool MemberReader::read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len) {
+    const bool whole = read_fields(*this, r, appt_widths);
     rec_end = read(rec_end_len).toByteArray();
+    return whole;
 }
 
-void MemberReader::read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len) {
-    read_fields(*this, r, rmdr_widths);
+bool MemberReader::read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len) {
+    const bool whole = read_fields(*this, r, rmdr_widths);
     rec_end = read(rec_end_len).toByteArray();
+    return whole;
 }
 
 } // namespace orva

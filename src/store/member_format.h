@@ -33,7 +33,7 @@ class MemberReader {
 
     // Exactly `count` bytes, or what is left when fewer remain.
     QByteArrayView read(int count) {
-        const qsizetype n = std::min<qsizetype>(count, data_.size() - pos_);
+        const qsizetype n = std::clamp<qsizetype>(count, 0, data_.size() - pos_);
         const QByteArrayView out = data_.sliced(pos_, n);
         pos_ += n;
         return out;
@@ -41,9 +41,10 @@ class MemberReader {
     bool at_end() const { return pos_ >= data_.size(); }
 
     // One record, field by field, then `rec_end_len` bytes into `rec_end`.
-    // A short last line leaves its missing fields blank.
-    void read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
-    void read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);
+    // A short last line leaves its missing fields blank and returns false; a
+    // line whose fields are all there but whose ending is missing is whole.
+    bool read_appt(appt_rec& r, QByteArray& rec_end, int rec_end_len);
+    bool read_rmdr(rmdr_rec& r, QByteArray& rec_end, int rec_end_len);
 
   private:
     QByteArrayView data_;

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 
 #include <QTime>
+#include <limits>
 #include <optional>
 
 namespace orva {
@@ -11,19 +12,17 @@ namespace {
 // Minutes since midnight of an "hh:mm" or "h:mm" text; nothing when it is not
 // a time. Days are ranked by time value, so "9:00" must beat "10:00".
 std::optional<int> minutes_of(const QString& hhmm) {
-    const QString t = hhmm.trimmed();
-    for (const char* fmt : {"hh:mm", "h:mm", "hh:mm:ss", "h:mm:ss"}) {
-        const QTime time = QTime::fromString(t, QLatin1String(fmt));
-        if (time.isValid()) return time.hour() * 60 + time.minute();
-    }
-    return std::nullopt;
+    const QTime time = hhmm_to_time(hhmm);
+    if (!time.isValid()) return std::nullopt;
+    return time.hour() * 60 + time.minute();
 }
 
-// Format(cur_start, "hh:mm"): a text that is no time comes back as it stands.
-QString hhmm_of(const QString& start) {
-    const auto m = minutes_of(start);
-    if (!m) return start;
-    return QTime(*m / 60, *m % 60).toString(QStringLiteral("hh:mm"));
+// Counts are signed 16-bit. A raise past the top fails and leaves the count
+// where it stood, as an overflowing assignment always did; wrapping round to
+// a negative count would put later rows nowhere and every loop over the table
+// would run backwards.
+void count_up(qint16& n) {
+    if (n < std::numeric_limits<qint16>::max()) ++n;
 }
 
 int two_digits(const QString& s, int from, bool* ok) {
@@ -67,8 +66,8 @@ void Tables::clear_days() {
 }
 
 void Tables::add_appt_row() {
-    ++appt_count;
-    ++appt_next;
+    count_up(appt_count);
+    count_up(appt_next);
     // Past the limit the row is lost but the count has gone up: the quiet
     // overflow callers expect.
     if (appt_rec* row = appt_row(appt_next)) {
@@ -99,8 +98,11 @@ void Tables::note_day() {
     if (!ok || d < 1 || d > day_limit) return;
     day_rec& day = day_tbl[d];
 
-    const QString t =
-        cur.cur_start.trimmed().isEmpty() ? QStringLiteral("00:00") : hhmm_of(cur.cur_start);
+    // A start that is no time, blank or not, ranks as an untimed entry: the
+    // planner shows it in the untimed row too.
+    const auto start = minutes_of(cur.cur_start);
+    const QString t = start ? QTime(*start / 60, *start % 60).toString(QStringLiteral("hh:mm"))
+                            : QStringLiteral("00:00");
     const QString type = cur.cur_type.trimmed().isEmpty() ? QStringLiteral("Alarm") : cur.cur_type;
     // The index keeps two characters, so row 123 reads as 12: callers rely on it.
     const QString index = QString::number(appt_count);
@@ -122,7 +124,7 @@ void Tables::note_day() {
 }
 
 void Tables::add_rmdr_row() {
-    ++rmdr_count;
+    count_up(rmdr_count);
     rmdr_rec* row = rmdr_row(rmdr_count);
     if (!row) return;
     row->rmdr_first_date = cur.cur_first_date;
@@ -190,6 +192,20 @@ QDate short_to_date(const QString& mm_dd_yy) {
                         mm_dd_yy.mid(6, 2));
 }
 
+bool is_line_date(const QString& mmddyyyy) {
+    if (mmddyyyy.size() != 8) return false;
+    for (QChar c : mmddyyyy)
+        if (c < u'0' || c > u'9') return false;
+    return text_to_date(mmddyyyy).isValid();
+}
+
+bool is_short_line_date(const QString& mm_dd_yy) {
+    if (mm_dd_yy.size() != 8) return false;
+    for (int i : {0, 1, 3, 4, 6, 7})
+        if (mm_dd_yy[i] < u'0' || mm_dd_yy[i] > u'9') return false;
+    return short_to_date(mm_dd_yy).isValid();
+}
+
 QString appt_yymm(const QString& mmddyyyy) {
     return mmddyyyy.mid(6, 2) + mmddyyyy.mid(0, 2);
 }
@@ -210,6 +226,31 @@ qint16 field_number(const QString& text, qint16 keep) {
 
 QString number_field(qint16 v) {
     return QString::number(v).leftJustified(2, u' ', true);
+}
+
+QTime hhmm_to_time(const QString& t) {
+    // Only the blanks that pad a field are passed over: a tab, a line end or
+    // a sign among the digits makes the text no time at all, where a lenient
+    // number reader would have found one in it.
+    qsizetype from = 0, to = t.size();
+    while (from < to && t[from] == u' ')
+        ++from;
+    while (to > from && t[to - 1] == u' ')
+        --to;
+    const QStringView x = QStringView(t).sliced(from, to - from);
+    const qsizetype colon = x.indexOf(u':');
+    auto number = [](QStringView digits, int& out) {
+        if (digits.isEmpty() || digits.size() > 2) return false;
+        out = 0;
+        for (QChar c : digits) {
+            if (c < u'0' || c > u'9') return false;
+            out = out * 10 + (c.unicode() - u'0');
+        }
+        return true;
+    };
+    int h = 0, m = 0;
+    if (colon < 1 || !number(x.first(colon), h) || !number(x.sliced(colon + 1), m)) return QTime();
+    return QTime(h, m);
 }
 
 QString rtrim(const QString& field) {

@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <QTime>
 #include <array>
 #include <cstring>
 #include <vector>
@@ -156,6 +157,11 @@ struct Tables {
 QDate text_to_date(const QString& mmddyyyy);
 // "mm/dd/yy" to a date; the century is always 20.
 QDate short_to_date(const QString& mm_dd_yy);
+// Whether a line's own date can place it: digits wherever the date is read
+// ("mmddyyyy" for appt_date, "mm/dd/yy" for rmdr_date, the separators never
+// read) naming a real day. The load skips a line whose date fails this.
+bool is_line_date(const QString& mmddyyyy);
+bool is_short_line_date(const QString& mm_dd_yy);
 // The yymm of the member that stores an appointment ("mmddyyyy": 7-8 then 1-2)
 // or a reminder ("mm/dd/yy": 7-8 then 1-2).
 QString appt_yymm(const QString& mmddyyyy);
@@ -170,6 +176,11 @@ QString yymm_of(const QDate& d);
 QString appt_id_at(const QDateTime& now);
 // appt_id_at the clock's now.
 QString new_appt_id();
+
+// "hh:mm" (or "h:mm") text of a time field to a time; the blanks that pad a
+// field may stand around it. Invalid for blanks or any other character: every
+// reader of a start, end or due time takes a field that is no time as none.
+QTime hhmm_to_time(const QString& t);
 
 // A field's text without the blanks that pad it on the right.
 QString rtrim(const QString& field);

@@ -29,10 +29,6 @@ QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
 }
 
-bool is_blank_text(const QString& s) {
-    return s.trimmed().isEmpty();
-}
-
 // Format(t, "h:mm am/pm") on a field: a text that is no time comes back as it
 // stands, so an untimed entry's five blanks stay blanks.
 QString format_field_ampm(const QString& field, bool two_digit_hour) {
@@ -101,17 +97,6 @@ QString day_row_label(int row) {
         .arg(hour12, 2, 10, QLatin1Char('0'))
         .arg(half ? QStringLiteral("30") : QStringLiteral("00"))
         .arg(hour24 < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
-}
-
-QTime hhmm_to_time(const QString& t) {
-    const QString x = t.trimmed();
-    const int colon = int(x.indexOf(QLatin1Char(':')));
-    if (colon < 1) return QTime();
-    bool ok1 = false, ok2 = false;
-    const int h = x.left(colon).toInt(&ok1);
-    const int m = x.mid(colon + 1, 2).toInt(&ok2);
-    if (!ok1 || !ok2) return QTime();
-    return QTime(h, m);
 }
 
 QString format_h_mm_ampm(const QTime& t) {
@@ -220,8 +205,11 @@ void place_appt(PlannerState& view, const OptionsState& options, const QString& 
                 int index, QString& first_row, QString& first_col) {
     Q_UNUSED(id);
     Grid& g = view.vsSched;
-    const int st = is_blank_text(start) ? 0 : start_slot(start);
-    const int en = is_blank_text(start) ? 0 : end_slot(end, start);
+    // A start that is no time leaves the block without one: it lies in the
+    // untimed row, whatever its end says.
+    const bool timed = hhmm_to_time(start).isValid();
+    const int st = timed ? start_slot(start) : 0;
+    const int en = timed ? end_slot(end, start) : 0;
 
     // A column is taken only when the whole range is free in it; spacers are
     // opened on the way, which is what widens the grid to the right.
@@ -300,15 +288,21 @@ std::vector<int> day_order(const Shared& store, PlannerState& view,
     for (int i = 1; i <= store.appt_count; ++i) {
         const appt_rec* a = store.appt_row(i);
         if (!a || !on_day(*a)) continue;
-        sg.AddItem(a->appt_start.str() + QLatin1Char('\t') + a->appt_id.str() + QLatin1Char('\t') +
-                   QString::number(i));
+        // Cell by cell, not as one tab-joined line: a tab may stand in any
+        // field, and split there it would shift the row number out of its
+        // column.
+        const int r = sg.Rows();
+        sg.setRows(r + 1);
+        sg.setTextMatrix(r, 0, a->appt_start.str());
+        sg.setTextMatrix(r, 1, a->appt_id.str());
+        sg.setTextMatrix(r, 2, QString::number(i));
     }
     std::vector<int> out;
     if (sg.Rows() == 0) return out;
     sg.Select(0, 0, sg.Rows() - 1, 1);
     sg.Sort(SortOrder::StringAscending);
     for (int r = 0; r < sg.Rows(); ++r)
-        out.push_back(sg.TextMatrix(r, 2).toInt());
+        if (store.appt_row(sg.TextMatrix(r, 2).toInt())) out.push_back(sg.TextMatrix(r, 2).toInt());
     return out;
 }
 
@@ -319,7 +313,9 @@ void fill_day(const Shared& store, PlannerState& view, const OptionsState& optio
     const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
     for (int i :
          day_order(store, view, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
-        const appt_rec& a = *store.appt_row(i);
+        const appt_rec* rec = store.appt_row(i);
+        if (!rec) continue;
+        const appt_rec& a = *rec;
         place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
                    view.first_row, view.first_col);
         ++view.day_appts;
@@ -334,7 +330,9 @@ void fill_day_find(const Shared& store, PlannerState& view, const OptionsState& 
     const QString key = id.trimmed();
     for (int i : day_order(store, view,
                            [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
-        const appt_rec& a = *store.appt_row(i);
+        const appt_rec* rec = store.appt_row(i);
+        if (!rec) continue;
+        const appt_rec& a = *rec;
         place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
                    view.first_row, view.first_col);
         ++view.day_appts;
@@ -638,8 +636,9 @@ void vsSched_AfterEdit(AppState& s, WindowPort& w, int row, int col, const QStri
         // The times come back from the form; the block is painted at once so
         // the entry shows where it was typed while the file is written.
         const QString start = a->appt_start, end = a->appt_end;
-        const int st = is_blank_text(start) ? 0 : start_slot(start);
-        const int en = is_blank_text(start) ? st : std::max(st, end_slot(end, start));
+        const bool timed = hhmm_to_time(start).isValid();
+        const int st = timed ? start_slot(start) : 0;
+        const int en = timed ? std::max(st, end_slot(end, start)) : st;
         if (st != 0) {
             g.Select(st, col, en, col);
             g.CellBorder(block_border_color, 1, 1, 1, 1, inner_line, inner_line);

@@ -134,7 +134,5 @@ QString long_date_label(const QDate& d);
 // Format(t, "h:mm am/pm") and Format(t, "hh:mm am/pm") of the program.
 QString format_h_mm_ampm(const QTime& t);
 QString format_hh_mm_ampm(const QTime& t);
-// "hh:mm" text to a time; invalid for blanks or nonsense.
-QTime hhmm_to_time(const QString& t);
 
 } // namespace orva

@@ -165,8 +165,13 @@ void fill_dtl(const Shared& store, PlannerState& view, const OptionsState& optio
     const QString lines[dtl_rows] = {rtrim(a->appt_text),          dtl_time_line(*a, row),
                                      dtl_reminder_line(store, *a), dtl_count_line(store, *a),
                                      QStringLiteral(" "),          QStringLiteral(" ")};
-    for (const QString& line : lines)
-        g.AddItem(QStringLiteral(" \t") + line);
+    // Cell by cell: a tab in the entry's text is part of the text, not the
+    // start of another cell.
+    g.setRows(dtl_rows);
+    for (int r = 0; r < dtl_rows; ++r) {
+        g.setTextMatrix(r, 0, QStringLiteral(" "));
+        g.setTextMatrix(r, 1, lines[r]);
+    }
 
     const QString type = rtrim(a->appt_type);
     if (!type.isEmpty()) {

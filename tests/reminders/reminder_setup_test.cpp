@@ -701,6 +701,14 @@ TEST_F(OpenRemSetup, StoredUntimedRowHasItsOwnLabel) {
               "Untimed appointment - Reminder based on 12:00 AM time   Appt Date   03/15/2026");
 }
 
+TEST_F(OpenRemSetup, StoredRowWithATabInItsStartIsLabelledUntimedAsThePlannerShowsIt) {
+    stored(QStringLiteral("\t9:30"), 20);
+    dialog_does([](RemForm&) {});
+    open_rem_setup(s, QStringLiteral("CalDtlRem"), 1);
+    EXPECT_EQ(seen.lblAppt,
+              "Untimed appointment - Reminder based on 12:00 AM time   Appt Date   03/15/2026");
+}
+
 TEST_F(OpenRemSetup, StoredRowIsNeverTakenForANewEntry) {
     stored(QStringLiteral("09:30"), 20);
     s.new_appt = true; // left over from the last editor

@@ -3,6 +3,7 @@
 #include "shell/startup.h"
 #include "state/options.h"
 #include "store/calendar_file.h"
+#include "store/member_format.h"
 #include "store/store_fixtures.h"
 #include "support/fake_window.h"
 #include "support/io_shim.h"
@@ -202,6 +203,24 @@ TEST_F(StartupTest, RunAfterMonthsAwayHoldsAllOverdueRemindersOfThoseMonths) {
     EXPECT_EQ(s.months_back, 7);
     ASSERT_EQ(s.rmdr_count, 2) << "May lies beyond the usual three months back";
     EXPECT_EQ(s.rmdr_tbl[1].rmdr_date.str(), QStringLiteral("05/02/26"));
+}
+
+TEST_F(StartupTest, TabInAStartFieldOfTodayStartsWithTheEntryUntimedBesideTheOthers) {
+    // Once a SIGSEGV at every start: the tab split the day sort's row and a
+    // row number that was no row reached the planner.
+    const QByteArray bytes =
+        appt_line(testing::make_appt("11212026", "210900001126", "\t9:00", "Tabbed")) + line_end +
+        appt_line(testing::make_appt("11212026", "211100001126", "11:00", "Plain")) + line_end;
+    {
+        Shared writer;
+        ASSERT_EQ(writer.archive.put(cal(), appt_member_name("2611"), bytes), 0);
+    }
+    ASSERT_TRUE(start(s, w));
+    EXPECT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.day_appts, 2);
+    EXPECT_EQ(s.vsSched.Cell(CellSetting::Data, 0, 2).toString(), QStringLiteral("1"));
+    EXPECT_EQ(s.vsSched.Cell(CellSetting::Data, 23, 2).toString(), QStringLiteral("2"));
+    EXPECT_TRUE(m.messages().empty());
 }
 
 class ExitTest : public StartupTest {

@@ -184,6 +184,82 @@ TEST_F(CalendarFile, LineEndInsideATextFieldDoesNotSplitTheLine) {
     EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
 }
 
+TEST_F(CalendarFile, LineCutShortIsSkippedAndLoggedAndTheLinesBeforeItLoad) {
+    const QByteArray whole = appt_line(make_appt("03202026", "A1")) + "\r\n";
+    const QByteArray cut = appt_line(make_appt("03212026", "A2")).left(300);
+    put_member("c2603.cal", whole + cut);
+    orva::testing::StoreLog log;
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(s.appt_count, 1);
+    EXPECT_EQ(s.appt_row(1)->appt_id.trimmed(), QString("A1"));
+    EXPECT_EQ(log.count({"c2603.cal", "line 2", "cut short"}), 1)
+        << log.lines.join('\n').toStdString();
+}
+
+TEST_F(CalendarFile, LineWhoseFieldsAreWholeButWhoseEndingIsMissingLoads) {
+    put_member("c2603.cal", appt_line(make_appt("03202026", "A1")) + "\r\n" +
+                                appt_line(make_appt("03212026", "A2")));
+    orva::testing::StoreLog log;
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
+    EXPECT_TRUE(log.lines.isEmpty());
+}
+
+TEST_F(CalendarFile, LineWithNoRealDateIsSkippedAndLoggedAndTheRestOfTheMonthShows) {
+    QByteArray bytes;
+    for (const char* date : {"03202026", "03322026", "0320 026", "\t3202026", "03202026"})
+        bytes += appt_line(make_appt(date, "D")) + "\r\n";
+    put_member("c2603.cal", bytes);
+    orva::testing::StoreLog log;
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    EXPECT_EQ(s.appt_count, 2);
+    EXPECT_EQ(log.count({"c2603.cal", "no usable date"}), 3) << log.lines.join('\n').toStdString();
+    EXPECT_EQ(log.count({"line 2"}), 1);
+    EXPECT_EQ(log.count({"line 4"}), 1);
+}
+
+TEST_F(CalendarFile, ReminderLineWithNoRealDueDateIsSkippedAndLogged) {
+    QByteArray bytes;
+    for (const char* due : {"03/10/26", "02/30/26", "03/1x/26", "03-11-26"})
+        bytes += rmdr_line(make_rmdr(due, "R")) + "\r\n";
+    put_member("r2603.rmd", bytes + rmdr_line(make_rmdr("03/12/26", "cut")).left(100));
+    orva::testing::StoreLog log;
+    ASSERT_EQ(load_rmdrs(s, QDate(2026, 3, 15), cal, 0), 0);
+    // The separators are never read: "03-11-26" is the eleventh of March.
+    ASSERT_EQ(s.rmdr_count, 2);
+    EXPECT_EQ(s.rmdr_row(2)->rmdr_date.str(), QString("03-11-26"));
+    EXPECT_EQ(log.count({"r2603.rmd", "no usable date"}), 2);
+    EXPECT_EQ(log.count({"r2603.rmd", "line 5", "cut short"}), 1);
+}
+
+TEST_F(CalendarFile, TabInAStartFieldIsKeptWithItsLine) {
+    appt_rec tabbed = make_appt("03202026", "A1", "\t9:00");
+    env->append_appt(tabbed);
+    env->append_appt(make_appt("03212026", "A2"));
+    orva::testing::StoreLog log;
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(s.appt_count, 2);
+    EXPECT_EQ(s.appt_row(1)->appt_start.str(), QString("\t9:00"));
+    EXPECT_TRUE(log.lines.isEmpty());
+}
+
+TEST_F(CalendarFile, AnyByteInTheTextAndNoteFieldsLoads) {
+    appt_rec a = make_appt("03202026", "A1");
+    QByteArray line = appt_line(a);
+    for (int i = 0; i < 50; ++i)
+        line[int(offsetof(appt_rec, appt_text)) + i] = char(i * 5);
+    for (int i = 0; i < 200; ++i)
+        line[int(offsetof(appt_rec, appt_notes)) + i] = char(255 - i);
+    put_member("c2603.cal", line + "\r\n" + appt_line(make_appt("03212026", "A2")) + "\r\n");
+    ASSERT_EQ(load_appts(s, QDate(2026, 3, 15), cal, 0), 0);
+    ASSERT_EQ(s.appt_count, 2);
+    // Not UTF-8, so read as Latin-1; the control bytes come through as they are.
+    const QByteArray ascii = line.mid(int(offsetof(appt_rec, appt_text)), 26);
+    EXPECT_TRUE(s.appt_row(1)->appt_text.str().startsWith(QString::fromLatin1(ascii)));
+    EXPECT_EQ(s.appt_row(2)->appt_id.trimmed(), QString("A2"));
+}
+
 TEST_F(CalendarFile, Utf8TextNotesAndSoundSurviveAWriteAndAReload) {
     const QStringList texts = orva::testing::texts_in_many_scripts();
     for (int i = 0; i < texts.size(); ++i) {

@@ -45,7 +45,7 @@ TEST(MemberFormat, ReaderTakesFieldsByCountSoALineEndMayStandInAField) {
 
     appt_rec got;
     QByteArray rec_end;
-    in.read_appt(got, rec_end, 2);
+    EXPECT_TRUE(in.read_appt(got, rec_end, 2));
     EXPECT_EQ(got.appt_text.trimmed(), QString("two\r\nlines"));
     EXPECT_EQ(rec_end, "\r\n");
     ASSERT_FALSE(in.at_end());
@@ -54,12 +54,12 @@ TEST(MemberFormat, ReaderTakesFieldsByCountSoALineEndMayStandInAField) {
     EXPECT_TRUE(in.at_end());
 }
 
-TEST(MemberFormat, ShortLastLineLeavesItsMissingFieldsBlank) {
+TEST(MemberFormat, ShortLastLineLeavesItsMissingFieldsBlankAndSaysItIsNotWhole) {
     QByteArray bytes = appt_line(make_appt("03152026", "A1")).left(30);
     MemberReader in(bytes);
     appt_rec got;
     QByteArray rec_end;
-    in.read_appt(got, rec_end, 2);
+    EXPECT_FALSE(in.read_appt(got, rec_end, 2));
     EXPECT_EQ(got.appt_date.str(), QString("03152026"));
     EXPECT_EQ(got.appt_id.str(), QString("A1          "));
     EXPECT_TRUE(got.appt_text.is_blank());
@@ -77,4 +77,16 @@ TEST(MemberFormat, ReminderRoundTripsByteForByte) {
     in.read_rmdr(got, rec_end, 2);
     EXPECT_EQ(rmdr_line(got), rmdr_line(r));
     EXPECT_EQ(got.rmdr_alarm_text.trimmed(), QString::fromLatin1("/home/\xe9t\xe9/alarm.wav"));
+}
+
+TEST(MemberFormat, ReminderCutInsideItsLastFieldIsNotWholeButOneWithoutItsEndingIs) {
+    const QByteArray line = rmdr_line(make_rmdr("04/01/26", "X9"));
+    rmdr_rec got;
+    QByteArray rec_end;
+    const QByteArray cut = line.left(270);
+    MemberReader short_in(cut);
+    EXPECT_FALSE(short_in.read_rmdr(got, rec_end, 2));
+    MemberReader whole_in(line);
+    EXPECT_TRUE(whole_in.read_rmdr(got, rec_end, 2));
+    EXPECT_TRUE(rec_end.isEmpty());
 }

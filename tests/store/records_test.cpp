@@ -220,6 +220,17 @@ TEST_F(Records, DayTimesCompareByValueNotByText) {
     EXPECT_EQ(day_index(10), QString("2 "));
 }
 
+TEST_F(Records, StartThatIsNoTimeRanksAsUntimed) {
+    load("03102026", "10:00");
+    load("03102026", "\t9:00");
+    EXPECT_EQ(day_time(10), QString("00:00"));
+    EXPECT_EQ(day_index(10), QString("2 "));
+    load("03112026", "9:x0");
+    load("03112026", "06:00");
+    EXPECT_EQ(day_time(11), QString("00:00"));
+    EXPECT_EQ(day_index(11), QString("3 "));
+}
+
 TEST_F(Records, DayWithoutTypeShowsAlarm) {
     load("03102026", "09:00", "");
     EXPECT_EQ(t->day_tbl[10].day_type.trimmed(), QString("Alarm"));
@@ -269,6 +280,32 @@ TEST_F(Records, RowPastTheLimitIsNotStoredButCounted) {
     EXPECT_EQ(t->appt_row(6001), nullptr);
     ASSERT_NE(t->appt_row(6000), nullptr);
     EXPECT_EQ(t->appt_row(6000)->appt_date.str(), QString("04012026"));
+}
+
+TEST_F(Records, CountsStopAtTheTopOfTheirSixteenBits) {
+    t->cur.cur_appt_date = "04012026";
+    t->cur.cur_start = "09:00";
+    for (int i = 0; i < 32770; ++i) {
+        t->add_appt_row();
+        t->add_rmdr_row();
+    }
+    EXPECT_EQ(t->appt_count, 32767);
+    EXPECT_EQ(t->appt_next, 32767);
+    EXPECT_EQ(t->rmdr_count, 32767);
+}
+
+TEST(LineDate, NeedsDigitsWhereItIsReadAndARealDay) {
+    EXPECT_TRUE(is_line_date("03152026"));
+    EXPECT_FALSE(is_line_date("02292025"));
+    EXPECT_FALSE(is_line_date(" 3152026"));
+    EXPECT_FALSE(is_line_date("0315202\t"));
+    EXPECT_FALSE(is_line_date("        "));
+    EXPECT_FALSE(is_line_date("0315-026"));
+    EXPECT_TRUE(is_short_line_date("03/15/26"));
+    EXPECT_TRUE(is_short_line_date("03.15.26"));
+    EXPECT_FALSE(is_short_line_date("13/15/26"));
+    EXPECT_FALSE(is_short_line_date("03/15/2 "));
+    EXPECT_FALSE(is_short_line_date("03/15/+6"));
 }
 
 TEST_F(Records, ReminderRowPastTheLimitIsNotStoredButCounted) {

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QtGlobal>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 #include <sqlite3.h>
@@ -85,6 +87,44 @@ inline rmdr_rec make_rmdr(const QString& due, const QString& id, const QString& 
     r.rmdr_again_count = QStringLiteral("1 ");
     return r;
 }
+
+// What the store logs under orvacal.store while one of these lives; other
+// categories are passed over silently.
+class StoreLog {
+  public:
+    StoreLog() {
+        current() = this;
+        previous_ = qInstallMessageHandler(&take);
+    }
+    ~StoreLog() {
+        qInstallMessageHandler(previous_);
+        current() = nullptr;
+    }
+    StoreLog(const StoreLog&) = delete;
+    StoreLog& operator=(const StoreLog&) = delete;
+
+    QStringList lines;
+
+    // The lines that hold every one of the words.
+    int count(const QStringList& words) const {
+        int n = 0;
+        for (const QString& l : lines)
+            n += std::all_of(words.begin(), words.end(),
+                             [&](const QString& w) { return l.contains(w); });
+        return n;
+    }
+
+  private:
+    static void take(QtMsgType, const QMessageLogContext& ctx, const QString& msg) {
+        if (current() && ctx.category && qstrcmp(ctx.category, "orvacal.store") == 0)
+            current()->lines << msg;
+    }
+    static StoreLog*& current() {
+        static StoreLog* log = nullptr;
+        return log;
+    }
+    QtMessageHandler previous_ = nullptr;
+};
 
 // Every member of a calendar file and its bytes.
 using Snapshot = std::map<QString, QByteArray>;

@@ -240,6 +240,50 @@ TEST_F(DayGrid, DayOrderIsByStartTextThenKey) {
     EXPECT_EQ(s.first_col, "2");
 }
 
+// --- fields as a damaged file may hold them -------------------------------------
+
+TEST_F(DayGrid, TabInAStartFieldLeavesTheEntryUntimed) {
+    env.add(env.entry("a", "\t9:00", "10:00", "Tabbed start"));
+    env.add(env.entry("b", "11:00", "11:30", "Plain"));
+    rebuild(s);
+    EXPECT_EQ(s.day_appts, 2);
+    EXPECT_EQ(data(s, 0, 2), "1");
+    EXPECT_EQ(data(s, 1, 2), ""); // no block stretched down to its end
+    EXPECT_EQ(data(s, 23, 2), "2");
+}
+
+TEST_F(DayGrid, StartWithATabAmongItsDigitsIsNoTime) {
+    EXPECT_FALSE(hhmm_to_time("09:\t0").isValid());
+    EXPECT_FALSE(hhmm_to_time("0\t:00").isValid());
+    EXPECT_FALSE(hhmm_to_time("09:+5").isValid());
+    EXPECT_EQ(start_slot("9\t:00"), 0);
+    EXPECT_EQ(hhmm_to_time(" 9:05"), QTime(9, 5));
+}
+
+TEST_F(DayGrid, TabInAKeyCannotSendTheDaySortToARowPastTheTable) {
+    env.add(env.entry("A\t7001", "09:00", "10:00", "Tabbed key"));
+    rebuild(s);
+    EXPECT_EQ(s.day_appts, 1);
+    EXPECT_EQ(data(s, 19, 2), "1");
+    EXPECT_EQ(data(s, 20, 2), "1");
+}
+
+TEST_F(DayGrid, TabInTheTextIsShownAsPartOfTheText) {
+    env.add(env.entry("a", "09:00", "10:00", "one\ttwo"));
+    s.menus.mnuShowTimes = false;
+    rebuild(s);
+    EXPECT_EQ(s.vsSched.TextMatrix(19, 2), "one\ttwo");
+}
+
+TEST_F(DayGrid, RowNumbersPastTheTableAreLeftOutOfTheDay) {
+    env.add(env.entry("a", "09:00", "10:00", "Stored"));
+    // The quiet overflow: the count stands past the rows that could be kept.
+    s.appt_count = appt_limit + 5;
+    rebuild(s);
+    EXPECT_EQ(s.day_appts, 1);
+    EXPECT_EQ(data(s, 19, 2), "1");
+}
+
 TEST_F(DayGrid, OtherDaysAreLeftOut) {
     appt_rec other = env.entry("a", "09:00", "10:00", "Tomorrow");
     other.appt_date = "03162026";

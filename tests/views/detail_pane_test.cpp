@@ -154,6 +154,27 @@ TEST_F(DetailPane, FillBuildsSixRowsOfFactsAndPictures) {
         EXPECT_TRUE(s.ctl(n).enabled) << n;
 }
 
+TEST_F(DetailPane, TabsAndLineEndsInTheTextAndNotesStayInTheirLines) {
+    appt_rec a = env.entry("a", "09:00", "10:00", "one\ttwo\tthree", "Car");
+    a.appt_notes = QStringLiteral("first\r\nsecond\tcolumn");
+    env.add(a);
+    rebuild(s);
+    select(19, 2);
+    const Grid& g = s.vsDtl;
+    ASSERT_EQ(g.Rows(), 6);
+    EXPECT_EQ(g.TextMatrix(0, 1), "one\ttwo\tthree");
+    EXPECT_EQ(g.TextMatrix(1, 1), "09:00 am  -  10:00 am     [ 1 hour ] ");
+    EXPECT_EQ(s.ctl("rtNotes").text, "first\r\nsecond\tcolumn");
+}
+
+TEST_F(DetailPane, StartThatIsNoTimeShowsTheEntryWithoutTimes) {
+    env.add(env.entry("a", "\t9:00", "10:00", "Tabbed"));
+    rebuild(s);
+    select(0, 2);
+    EXPECT_EQ(s.vsDtl.TextMatrix(0, 1), "Tabbed");
+    EXPECT_EQ(s.vsDtl.TextMatrix(1, 1), "Not timed ");
+}
+
 TEST_F(DetailPane, RowHeightsFollowTheGridWithinLimits) {
     env.add(env.entry("a", "09:00", "10:00", "Dentist"));
     rebuild(s);
