@@ -80,7 +80,7 @@ class MonthWriter {
 // that cannot be placed is passed over: one cut short by the member's end, or
 // one whose own date (`date_of`) names no day. The rest of the month loads.
 template <class Rec, class DateOk, class Take>
-void read_member(Shared& s, const QByteArray& member, const QString& name,
+void read_member(Shared& s, const QString& cal_file, const QByteArray& member, const QString& name,
                  bool (MemberReader::*read)(Rec&, QByteArray&, int), DateOk date_ok, Take take) {
     MemberReader in(member);
     Rec rec;
@@ -92,10 +92,13 @@ void read_member(Shared& s, const QByteArray& member, const QString& name,
         s.cur.rec_end = QString::fromLatin1(rec_end);
         if (!whole) {
             qCWarning(lcStore) << name << "line" << line << "is cut short; skipped";
+            // The user hears of it once, as of a member found damaged.
+            s.archive.report_damaged(cal_file, name);
             continue;
         }
         if (!date_ok(rec)) {
             qCWarning(lcStore) << name << "line" << line << "has no usable date; skipped";
+            s.archive.report_damaged(cal_file, name);
             continue;
         }
         take(rec);
@@ -154,7 +157,7 @@ int load_appt_month(Shared& s, const QString& yymm, const QString& cal_file) {
     const int e = extract_appt_member(s, cal_file, member, yymm);
     if (e != err::none) return load_result(e, appt_member_name(yymm));
     read_member<appt_rec>(
-        s, member, appt_member_name(yymm), &MemberReader::read_appt,
+        s, cal_file, member, appt_member_name(yymm), &MemberReader::read_appt,
         [](const appt_rec& rec) { return is_line_date(rec.appt_date); },
         [&s](const appt_rec& rec) {
             s.appt_to_cur(rec);
@@ -188,7 +191,7 @@ int load_rmdr_month(Shared& s, const QString& yymm, const QString& cal_file) {
     const int e = extract_rmdr_member(s, cal_file, member, yymm);
     if (e != err::none) return load_result(e, rmdr_member_name(yymm));
     read_member<rmdr_rec>(
-        s, member, rmdr_member_name(yymm), &MemberReader::read_rmdr,
+        s, cal_file, member, rmdr_member_name(yymm), &MemberReader::read_rmdr,
         [](const rmdr_rec& rec) { return is_short_line_date(rec.rmdr_date); },
         [&s](const rmdr_rec& rec) {
             s.rmdr_to_cur(rec);
