@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <cerrno>
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -40,31 +41,84 @@ bool sync_file(const QString& path) {
     return ok;
 }
 
-int copy_into(sqlite3* src, const QString& part) {
-    sqlite3* dest = nullptr;
-    int rc = sqlite3_open_v2(QFile::encodeName(part).constData(), &dest,
-                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    // The copy is synced once, whole, before it is named; a journal of its
-    // own would only sync it page by page.
-    if (rc == SQLITE_OK)
-        rc = sqlite3_exec(dest, "PRAGMA journal_mode=OFF", nullptr, nullptr, nullptr);
-    if (rc == SQLITE_OK)
-        rc = sqlite3_exec(dest, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
+int error_of_errno(int e) {
+    return e == ENOSPC || e == EDQUOT ? err::disk_full : err::io;
+}
+
+// The bytes of the calendar as its last commit left it: SQLite's online
+// backup copies it page by page into a database of the memdb VFS, whose
+// buffer is then the file. `mem` owns the bytes until it is closed.
+int copy_to_memory(sqlite3* src, sqlite3*& mem, const unsigned char*& data, sqlite3_int64& size) {
+    int rc = sqlite3_open_v2("backup", &mem, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, "memdb");
     if (rc == SQLITE_OK) {
-        sqlite3_backup* b = sqlite3_backup_init(dest, "main", src, "main");
+        sqlite3_backup* b = sqlite3_backup_init(mem, "main", src, "main");
         if (!b) {
-            rc = sqlite3_errcode(dest);
+            rc = sqlite3_errcode(mem);
         } else {
             rc = sqlite3_backup_step(b, -1);
             const int fin = sqlite3_backup_finish(b);
             if (rc == SQLITE_DONE) rc = fin;
         }
     }
-    if (rc != SQLITE_OK)
-        qCWarning(lcStore) << "backup into" << part << "failed:" << sqlite3_errstr(rc);
-    sqlite3_close_v2(dest);
-    if (rc != SQLITE_OK) return (rc & 0xff) == SQLITE_FULL ? err::disk_full : err::io;
-    return sync_file(part) ? err::none : err::io;
+    if (rc == SQLITE_OK) {
+        data = sqlite3_serialize(mem, "main", &size, SQLITE_SERIALIZE_NOCOPY);
+        if (!data || size <= 0) rc = SQLITE_IOERR;
+    }
+    if (rc != SQLITE_OK) {
+        qCWarning(lcStore) << "backup copy failed:" << sqlite3_errstr(rc);
+        return (rc & 0xff) == SQLITE_FULL ? err::disk_full : err::io;
+    }
+    return err::none;
+}
+
+bool write_all(int fd, const unsigned char* p, sqlite3_int64 n) {
+    while (n > 0) {
+        const ssize_t w = ::write(fd, p, size_t(n));
+        if (w < 0 && errno == EINTR) continue;
+        if (w <= 0) return false;
+        p += w;
+        n -= w;
+    }
+    return true;
+}
+
+// Writes the copy into a file without a name in `folder` and links it in as
+// `target` once it is whole and synced: a crash before that leaves nothing,
+// as the system frees a nameless file with its process. -1 when the file
+// system or the missing /proc allows no such file; the caller then writes a
+// named one.
+int write_unnamed(const QString& folder, const QString& target, const unsigned char* data,
+                  sqlite3_int64 size) {
+    const int fd =
+        ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0644);
+    if (fd < 0) return errno == ENOSPC || errno == EDQUOT ? err::disk_full : -1;
+    int e = write_all(fd, data, size) && ::fsync(fd) == 0 ? err::none : error_of_errno(errno);
+    if (e == err::none) {
+        QFile::remove(target);
+        const QByteArray self = "/proc/self/fd/" + QByteArray::number(fd);
+        if (::linkat(AT_FDCWD, self.constData(), AT_FDCWD, QFile::encodeName(target).constData(),
+                     AT_SYMLINK_FOLLOW) != 0)
+            e = errno == ENOENT ? -1 : error_of_errno(errno);
+    }
+    ::close(fd);
+    return e;
+}
+
+// The same through a passing name, renamed when whole. A crash may leave the
+// passing file; the next copy clears it and it is never taken for a copy.
+int write_named(const QString& part, const QString& target, const unsigned char* data,
+                sqlite3_int64 size) {
+    const int fd =
+        ::open(QFile::encodeName(part).constData(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0644);
+    if (fd < 0) return error_of_errno(errno);
+    int e = write_all(fd, data, size) && ::fsync(fd) == 0 ? err::none : error_of_errno(errno);
+    ::close(fd);
+    if (e == err::none) {
+        QFile::remove(target);
+        if (!QFile::rename(part, target)) e = err::io;
+    }
+    if (e != err::none) QFile::remove(part);
+    return e;
 }
 
 } // namespace
@@ -102,24 +156,26 @@ int take_backup(const QString& cal_file, const QDateTime& now, int keep) {
     const QString name =
         base_of(cal_file) + u'-' + now.toString(stamp_format) + QStringLiteral(".cal");
     const QString target = dir.filePath(name);
-    const QString part = target + part_suffix;
     // A connection of its own: the caller's holds the write lock, and a
     // connection that writes cannot be copied from. With the log, this one
     // still reads the file as the last commit left it.
     sqlite3* src = nullptr;
+    sqlite3* mem = nullptr;
+    const unsigned char* data = nullptr;
+    sqlite3_int64 size = 0;
     int e = sqlite3_open_v2(QFile::encodeName(cal_file).constData(), &src, SQLITE_OPEN_READONLY,
                             nullptr) == SQLITE_OK
-                ? copy_into(src, part)
+                ? copy_to_memory(src, mem, data, size)
                 : err::io;
     sqlite3_close_v2(src);
-    if (e) {
-        QFile::remove(part);
-        return e;
+    if (e == err::none) {
+        e = write_unnamed(folder, target, data, size);
+        if (e < 0) e = write_named(target + part_suffix, target, data, size);
     }
-    QFile::remove(target);
-    if (!QFile::rename(part, target)) {
-        QFile::remove(part);
-        return err::io;
+    sqlite3_close_v2(mem);
+    if (e != err::none) {
+        qCWarning(lcStore) << "cannot write the backup" << target << "error" << e;
+        return e;
     }
     sync_file(folder);
 

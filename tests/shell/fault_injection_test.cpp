@@ -22,25 +22,11 @@
 using namespace orva;
 using orva::testing::EditorEnv;
 using orva::testing::IoShim;
+using orva::testing::quick_check_ok;
 using orva::testing::Snapshot;
 using orva::testing::snapshot;
 
 namespace {
-
-bool quick_check_ok(const QString& cal) {
-    sqlite3* db = nullptr;
-    bool ok = false;
-    if (sqlite3_open_v2(QFile::encodeName(cal).constData(), &db, SQLITE_OPEN_READONLY, nullptr) ==
-        SQLITE_OK) {
-        sqlite3_stmt* st = nullptr;
-        if (sqlite3_prepare_v2(db, "PRAGMA quick_check", -1, &st, nullptr) == SQLITE_OK &&
-            sqlite3_step(st) == SQLITE_ROW)
-            ok = qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)), "ok") == 0;
-        sqlite3_finalize(st);
-    }
-    sqlite3_close(db);
-    return ok;
-}
 
 // The loaded tables as text, row by row, to compare with a fresh load.
 QStringList tables_of(const Shared& s) {

@@ -3,12 +3,17 @@
 #include "store/calendar_file.h"
 #include "store/member_format.h"
 #include "store_fixtures.h"
+#include "support/io_shim.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace orva;
+using orva::testing::IoShim;
 using orva::testing::make_appt;
 
 namespace {
@@ -95,4 +100,37 @@ TEST_F(Backups, CopyThatCannotBeTakenIsToldAndTheChangeGoesAhead) {
     EXPECT_EQ(ids_in(env->cal, QDate(2026, 3, 1)), QStringList({"DAY0", "DAY1"}));
     save_on(QDate(2026, 3, 2), "DAY1B");
     EXPECT_TRUE(s.archive.take_notices().empty()) << "tried once a day, not at every change";
+}
+
+TEST_F(Backups, CopyKilledAtAnyStepLeavesAWholeCopyOrNothing) {
+    save_on(QDate(2026, 3, 1), "DAY0");
+    s.archive.close(env->cal);
+    const QDateTime now(QDate(2026, 3, 2), QTime(10, 0));
+    IoShim& io = IoShim::install();
+    io.reset_counts();
+    ASSERT_EQ(take_backup(env->cal, now), 0);
+    const long calls = io.calls();
+    ASSERT_GT(calls, 0);
+    QDir folder(backup_folder(env->cal));
+    for (long n = 1; n <= calls; ++n) {
+        ASSERT_TRUE(folder.removeRecursively());
+        const pid_t pid = fork();
+        if (pid == 0) {
+            io.reset_counts();
+            io.kill_at_call(n);
+            (void)take_backup(env->cal, now);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(pid, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "call " << n;
+        // No half copy under any name: a crash must leave nothing for the
+        // user to find and wonder about.
+        for (const QString& name :
+             folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden))
+            EXPECT_EQ(name, QString("calendar-20260302-100000.cal")) << "call " << n;
+        if (!backups_of(env->cal).isEmpty()) {
+            EXPECT_EQ(ids_in(backups_of(env->cal)[0], QDate(2026, 3, 1)), QStringList({"DAY0"}));
+        }
+    }
 }

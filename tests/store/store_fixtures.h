@@ -138,6 +138,23 @@ inline Snapshot snapshot(const QString& cal) {
     return out;
 }
 
+// True when SQLite's own check of the whole file, on a connection of its own,
+// reads "ok".
+inline bool quick_check_ok(const QString& cal) {
+    sqlite3* db = nullptr;
+    bool ok = false;
+    if (sqlite3_open_v2(QFile::encodeName(cal).constData(), &db, SQLITE_OPEN_READONLY, nullptr) ==
+        SQLITE_OK) {
+        sqlite3_stmt* st = nullptr;
+        if (sqlite3_prepare_v2(db, "PRAGMA quick_check", -1, &st, nullptr) == SQLITE_OK &&
+            sqlite3_step(st) == SQLITE_ROW)
+            ok = qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)), "ok") == 0;
+        sqlite3_finalize(st);
+    }
+    sqlite3_close(db);
+    return ok;
+}
+
 // A temporary application folder, a calendar path inside it, a stopped clock
 // and a fresh shared module.
 struct StoreEnv {

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -15,7 +16,10 @@ struct State {
     sqlite3_vfs* real = nullptr;
     std::atomic<long> calls{0};
     std::atomic<long> syncs{0};
-    std::atomic<long> fail_at{0}; // absolute call number that fails; 0 none
+    std::atomic<long> changes{0};
+    std::atomic<long> kill_at{0};      // absolute change number that kills; 0 none
+    std::atomic<long> kill_at_call{0}; // absolute call number that kills; 0 none
+    std::atomic<long> fail_at{0};      // absolute call number that fails; 0 none
     int write_code = SQLITE_IOERR_WRITE;
     std::atomic<bool> fired{false};
     const char* fired_kind = "";
@@ -30,9 +34,11 @@ State& st() {
 }
 
 // Counts one call; true when this call is the one to fail.
-bool hit(const char* kind) {
+bool hit(const char* kind, bool changes = false) {
     State& s = st();
+    if (changes && ++s.changes == s.kill_at) raise(SIGKILL);
     const long n = ++s.calls;
+    if (n == s.kill_at_call) raise(SIGKILL);
     if (qEnvironmentVariableIsSet("ORVA_IO_TRACE")) std::fprintf(stderr, "io %ld %s\n", n, kind);
     if (s.fail_at != 0 && n == s.fail_at) {
         s.fired = true;
@@ -61,15 +67,15 @@ int xRead(sqlite3_file* f, void* buf, int amt, sqlite3_int64 off) {
     return real_of(f)->pMethods->xRead(real_of(f), buf, amt, off);
 }
 int xWrite(sqlite3_file* f, const void* buf, int amt, sqlite3_int64 off) {
-    if (hit("write")) return st().write_code;
+    if (hit("write", true)) return st().write_code;
     return real_of(f)->pMethods->xWrite(real_of(f), buf, amt, off);
 }
 int xTruncate(sqlite3_file* f, sqlite3_int64 size) {
-    if (hit("truncate")) return SQLITE_IOERR_TRUNCATE;
+    if (hit("truncate", true)) return SQLITE_IOERR_TRUNCATE;
     return real_of(f)->pMethods->xTruncate(real_of(f), size);
 }
 int xSync(sqlite3_file* f, int flags) {
-    if (hit("sync")) return SQLITE_IOERR_FSYNC;
+    if (hit("sync", true)) return SQLITE_IOERR_FSYNC;
     ++st().syncs;
     return real_of(f)->pMethods->xSync(real_of(f), flags);
 }
@@ -165,7 +171,7 @@ int vOpen(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* f, int flags, int* 
     return rc;
 }
 int vDelete(sqlite3_vfs*, const char* name, int sync_dir) {
-    if (hit("delete")) return SQLITE_IOERR_DELETE;
+    if (hit("delete", true)) return SQLITE_IOERR_DELETE;
     if (sync_dir) ++st().syncs;
     return st().real->xDelete(st().real, name, sync_dir);
 }
@@ -244,9 +250,26 @@ long IoShim::syncs() const {
     return st().syncs;
 }
 
+long IoShim::changes() const {
+    return st().changes;
+}
+
 void IoShim::reset_counts() {
     st().calls = 0;
     st().syncs = 0;
+    st().changes = 0;
+    st().kill_at = 0;
+    st().kill_at_call = 0;
+}
+
+void IoShim::kill_at_change(long nth) {
+    State& s = st();
+    s.kill_at = nth == 0 ? 0 : s.changes + nth;
+}
+
+void IoShim::kill_at_call(long nth) {
+    State& s = st();
+    s.kill_at_call = nth == 0 ? 0 : s.calls + nth;
 }
 
 void IoShim::fail_call(long nth, int write_code) {

@@ -20,7 +20,17 @@ class IoShim {
     // xSync calls plus deletes that sync their directory: what reaches the disk
     // as a flush.
     long syncs() const;
+    // The calls that change a file: writes, truncates, syncs and deletes.
+    long changes() const;
+    // Zeroes the counts and disarms a kill, whose place was counted from them.
     void reset_counts();
+
+    // Just before the nth change from now (1-based) the process kills itself
+    // with SIGKILL, as a crash would end it: whatever SQLite had not yet
+    // handed to the system is lost. 0 disarms.
+    void kill_at_change(long nth);
+    // The same before the nth counted call of any kind, reads and opens too.
+    void kill_at_call(long nth);
 
     // The nth counted call from now (1-based) fails: reads and syncs with an
     // I/O error, writes with `write_code` (SQLITE_IOERR_WRITE or SQLITE_FULL),
