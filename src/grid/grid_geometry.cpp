@@ -1,6 +1,7 @@
 #include "grid/grid.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace orva {
@@ -12,7 +13,19 @@ namespace {
 int estimate_twips(const QString& text, const QString&, double points, bool bold, bool) {
     double w = text.size() * points * 20.0 * 0.55;
     if (bold) w *= 1.1;
-    return int(w + 0.5);
+    // A grid file may give a cell any point size a number can hold: a guess
+    // past the range of an int is as wide as a column can be, not a
+    // conversion with no defined result.
+    if (!(w > 0)) return 0;
+    return w < double(std::numeric_limits<int>::max()) ? int(w + 0.5)
+                                                       : std::numeric_limits<int>::max();
+}
+
+// Each size fits an int, their sum need not: a grid file may ask for rows of
+// any height. A position past the range of an int stands at its end.
+int saturated(qint64 twips) {
+    return int(std::clamp<qint64>(twips, std::numeric_limits<int>::min(),
+                                  std::numeric_limits<int>::max()));
 }
 
 } // namespace
@@ -116,16 +129,16 @@ int Grid::RowPos(int row) const {
         return 0;
     }
     auto h = [this](int r) { return s_.row_hidden[r] ? 0 : RowHeight(r); };
-    int pos = 0;
+    qint64 pos = 0;
     for (int r = 0; r < s_.fixed_rows && r < row; ++r)
         pos += h(r);
-    if (row < s_.fixed_rows) return pos;
+    if (row < s_.fixed_rows) return saturated(pos);
     const int top = TopRow();
     for (int r = top; r < row; ++r)
         pos += h(r);
     for (int r = row; r < top; ++r)
         pos -= h(r);
-    return pos;
+    return saturated(pos);
 }
 
 int Grid::ColPos(int col) const {
@@ -134,16 +147,16 @@ int Grid::ColPos(int col) const {
         return 0;
     }
     auto w = [this](int c) { return s_.col_hidden[c] ? 0 : ColWidth(c); };
-    int pos = 0;
+    qint64 pos = 0;
     for (int c = 0; c < s_.fixed_cols && c < col; ++c)
         pos += w(c);
-    if (col < s_.fixed_cols) return pos;
+    if (col < s_.fixed_cols) return saturated(pos);
     const int left = LeftCol();
     for (int c = left; c < col; ++c)
         pos += w(c);
     for (int c = col; c < left; ++c)
         pos -= w(c);
-    return pos;
+    return saturated(pos);
 }
 
 void Grid::set_measure(Measure m) {
@@ -166,7 +179,7 @@ void Grid::AutoSize(int col1, int col2) {
                                               Cell(CellSetting::FontBold, r, c).toBool(),
                                               Cell(CellSetting::FontItalic, r, c).toBool()));
         }
-        s_.col_width[c] = widest + margin;
+        s_.col_width[c] = std::min(widest, std::numeric_limits<int>::max() - margin) + margin;
     }
     touch();
 }

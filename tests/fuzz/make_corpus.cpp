@@ -1,6 +1,8 @@
 // Writes the seed inputs of the fuzz targets into the folder given (the
 // committed ones are in tests/fuzz/corpus): a few small, real inputs of each
 // kind, made by the program's own writers so they stay in step with them.
+// The seeds named found_* are not written here: they are inputs a fuzzing
+// run found, kept byte for byte as it found them.
 //
 //   build-fuzz/tests/fuzz/make_fuzz_corpus tests/fuzz/corpus
 
@@ -20,6 +22,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <sqlite3.h>
 
@@ -240,6 +243,12 @@ void grid_file() {
     g.setColHidden(2, true);
     write("grid_file", "merged_block", g.save_bytes());
     write("grid_file", "merged_block_format", g.save_bytes(GridSave::Format));
+
+    // A row as tall as a file can ask: the rows below it were once placed by
+    // a sum past the range of an int.
+    Grid tall(6, 2);
+    tall.setRowHeight(2, std::numeric_limits<int>::max());
+    write("grid_file", "row_of_the_tallest_height", tall.save_bytes());
 }
 
 // --- whole calendar files ----------------------------------------------------

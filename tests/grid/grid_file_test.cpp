@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -220,6 +221,32 @@ TEST(Grid, SavingWhereNoFileCanBeWrittenSetsAnError) {
     g.clear_error();
     EXPECT_EQ(g.SaveGrid(dir.filePath(QStringLiteral("no/such/folder/x.grd"))), false);
     EXPECT_NE(g.error(), err::none);
+}
+
+TEST(Grid, RowOfTheTallestHeightAFileCanHoldLoadsAndPlacesTheRowsBelowItAtTheEnd) {
+    // What the fuzzer found: a file asks for a row of 2147483647 twips, and
+    // the position of the rows below it was summed past the range of an int.
+    Grid saved(6, 2);
+    saved.setRowHeight(2, std::numeric_limits<int>::max());
+    Grid g;
+    ASSERT_TRUE(g.load_bytes(saved.save_bytes()));
+    EXPECT_EQ(g.RowHeight(2), std::numeric_limits<int>::max());
+    EXPECT_EQ(g.RowPos(2), 2 * Grid::default_row_height);
+    EXPECT_EQ(g.RowPos(5), std::numeric_limits<int>::max());
+    EXPECT_EQ(g.save_bytes(), saved.save_bytes());
+}
+
+TEST(Grid, CellFontSizeOfAnySignFromAFileSizesItsColumnAsNoText) {
+    Grid saved(1, 1);
+    saved.setTextMatrix(0, 0, QStringLiteral("abc"));
+    saved.setCell(CellSetting::FontSize, 0, 0, 7.25);
+    QByteArray bytes = saved.save_bytes();
+    ASSERT_TRUE(bytes.contains("7.25"));
+    bytes.replace("7.25", "-1e308");
+    Grid g;
+    ASSERT_TRUE(g.load_bytes(bytes));
+    g.AutoSize(0);
+    EXPECT_EQ(g.ColWidth(0), 120);
 }
 
 TEST(Grid, ReadsAFileOfTheFirstVersion) {

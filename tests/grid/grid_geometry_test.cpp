@@ -1,6 +1,7 @@
 #include "grid/grid.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace orva {
 namespace {
@@ -49,6 +50,46 @@ TEST(Grid, ColPosAddsTheWidthsOfShownColumns) {
     g.setColWidth(0, 500);
     g.setColHidden(1, true);
     EXPECT_EQ(g.ColPos(3), 500 + 1000);
+}
+
+// --- sizes no screen could show, as a grid file may hold them ---------------------
+
+constexpr int int_top = std::numeric_limits<int>::max();
+constexpr int int_bottom = std::numeric_limits<int>::min();
+
+TEST(Grid, RowPosPastTheRangeOfAnIntStandsAtItsEnd) {
+    Grid g(6, 1);
+    g.setRowHeight(2, int_top);
+    EXPECT_EQ(g.RowPos(2), 2 * 255);
+    EXPECT_EQ(g.RowPos(5), int_top);
+    g.setTopRow(5);
+    EXPECT_EQ(g.RowPos(0), int_bottom);
+}
+
+TEST(Grid, ColPosPastTheRangeOfAnIntStandsAtItsEnd) {
+    Grid g(1, 4);
+    g.setFixedCols(2);
+    g.setColWidth(0, int_top);
+    g.setColWidth(1, int_top);
+    EXPECT_EQ(g.ColPos(1), int_top);
+    EXPECT_EQ(g.ColPos(3), int_top);
+}
+
+TEST(Grid, AutoSizeOfTextInAFontTooBigForAnyScreenMakesTheWidestColumn) {
+    Grid g(2, 2);
+    g.setFontSize(1e308);
+    g.setTextMatrix(0, 0, QStringLiteral("abc"));
+    g.AutoSize(0, 1);
+    EXPECT_EQ(g.ColWidth(0), int_top);
+    EXPECT_EQ(g.ColWidth(1), 120);
+}
+
+TEST(Grid, AutoSizeByAMeasureThatGivesTheWidestIntKeepsIt) {
+    Grid g(1, 1);
+    g.setTextMatrix(0, 0, QStringLiteral("abc"));
+    g.set_measure([](const QString&, const QString&, double, bool, bool) { return int_top; });
+    g.AutoSize(0);
+    EXPECT_EQ(g.ColWidth(0), int_top);
 }
 
 TEST(Grid, ShowCellKeepsTheRequestForTheView) {
