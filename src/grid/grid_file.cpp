@@ -130,8 +130,12 @@ struct GridFile {
         if (version < 1 || version > Grid::file_version) return false;
         const int rows = root.value(QStringLiteral("rows")).toInt(-1);
         const int cols = root.value(QStringLiteral("cols")).toInt(-1);
-        constexpr qint64 max_cells = 10'000'000;
-        if (rows < 0 || cols < 0 || qint64(rows) * cols > max_cells) return false;
+        // A file names its size in a few bytes, and every cell, row and column
+        // it names is kept in memory and written back on the next save: a
+        // hundred bytes asking for millions of rows of no columns would take
+        // gigabytes. The grids of this program have a few hundred cells.
+        constexpr qint64 max_entries = 1'000'000;
+        if (rows < 0 || cols < 0 || qint64(rows) * cols + rows + cols > max_entries) return false;
         const auto file_what = GridSave(root.value(QStringLiteral("what")).toInt(0));
         const bool contents = what != GridSave::Format && file_what != GridSave::Format;
         const bool format = what != GridSave::Contents && file_what != GridSave::Contents;

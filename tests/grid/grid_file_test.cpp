@@ -201,6 +201,12 @@ TEST(Grid, LoadingADamagedFileSetsBadFileAndKeepsTheGrid) {
         {"negative size",
          QByteArrayLiteral(
              R"({"format":"orvacal-grid","version":1,"rows":-2,"cols":1,"cells":[]})")},
+        {"millions of rows of no columns",
+         QByteArrayLiteral(
+             R"({"format":"orvacal-grid","version":1,"rows":14444444,"cols":0,"cells":[]})")},
+        {"a million cells and more",
+         QByteArrayLiteral(
+             R"({"format":"orvacal-grid","version":1,"rows":1000,"cols":1000,"cells":[]})")},
     };
     for (const auto& [name, bytes] : damaged) {
         const QString path = dir.filePath(QString::fromLatin1(name) + QStringLiteral(".grd"));
@@ -247,6 +253,17 @@ TEST(Grid, CellFontSizeOfAnySignFromAFileSizesItsColumnAsNoText) {
     ASSERT_TRUE(g.load_bytes(bytes));
     g.AutoSize(0);
     EXPECT_EQ(g.ColWidth(0), 120);
+}
+
+TEST(Grid, FileOfAsManyRowsAndColumnsAsAGridMayHoldLoads) {
+    // A million entries in all: cells, then a row and a column each.
+    Grid g;
+    ASSERT_TRUE(g.load_bytes(QByteArrayLiteral(
+        R"({"format":"orvacal-grid","version":1,"rows":998,"cols":998,"cells":[]})")));
+    EXPECT_EQ(g.Rows(), 998);
+    ASSERT_TRUE(g.load_bytes(QByteArrayLiteral(
+        R"({"format":"orvacal-grid","version":1,"rows":999999,"cols":0,"cells":[]})")));
+    EXPECT_EQ(g.Rows(), 999999);
 }
 
 TEST(Grid, ReadsAFileOfTheFirstVersion) {

@@ -113,6 +113,19 @@ TEST_F(OptionsTest, StoredRowComesBackIntoEffect) {
     EXPECT_FALSE(s.view_day || s.view_week || s.view_month);
 }
 
+TEST_F(OptionsTest, MemberOfAFewBytesAskingForMillionsOfRowsTakesTheDefaults) {
+    ASSERT_EQ(s.archive.put(s.cal_path, options_member,
+                            QByteArrayLiteral(R"({"format":"orvacal-grid","version":1,)"
+                                              R"("rows":14444444,"cols":0,"cells":[]})")),
+              0);
+    load_options(s.store(), s.view(), s.options(), s.run(), w);
+    EXPECT_EQ(s.vsSettings.Rows(), 1);
+    EXPECT_EQ(s.skin_name, QStringLiteral("mnuStdWindows"));
+    const Grid g = stored();
+    EXPECT_EQ(g.Rows(), 1);
+    EXPECT_EQ(g.Cols(), 20);
+}
+
 TEST_F(OptionsTest, EmptyFontNameTakesAllFiveFromTheDayGrid) {
     QStringList row = full_row();
     row[5].clear(); // name empty: size, colour, bold and italic are ignored
