@@ -277,6 +277,7 @@ namespace {
 
 // The lines of one day in the order of the day: by the text of appt_start,
 // then appt_id; blank starts first. The table keeps the order of the file.
+// Only rows of appt_tbl that exist come back.
 std::vector<int> day_order(const Shared& store, PlannerState& view,
                            const std::function<bool(const appt_rec&)>& on_day) {
     Grid& sg = view.vsSortGrid;
@@ -301,8 +302,10 @@ std::vector<int> day_order(const Shared& store, PlannerState& view,
     if (sg.Rows() == 0) return out;
     sg.Select(0, 0, sg.Rows() - 1, 1);
     sg.Sort(SortOrder::StringAscending);
-    for (int r = 0; r < sg.Rows(); ++r)
-        if (store.appt_row(sg.TextMatrix(r, 2).toInt())) out.push_back(sg.TextMatrix(r, 2).toInt());
+    for (int r = 0; r < sg.Rows(); ++r) {
+        const int i = sg.TextMatrix(r, 2).toInt();
+        if (store.appt_row(i)) out.push_back(i);
+    }
     return out;
 }
 
@@ -313,9 +316,7 @@ void fill_day(const Shared& store, PlannerState& view, const OptionsState& optio
     const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
     for (int i :
          day_order(store, view, [&](const appt_rec& a) { return a.appt_date.str() == day; })) {
-        const appt_rec* rec = store.appt_row(i);
-        if (!rec) continue;
-        const appt_rec& a = *rec;
+        const appt_rec& a = *store.appt_row(i);
         place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
                    view.first_row, view.first_col);
         ++view.day_appts;
@@ -330,9 +331,7 @@ void fill_day_find(const Shared& store, PlannerState& view, const OptionsState& 
     const QString key = id.trimmed();
     for (int i : day_order(store, view,
                            [&](const appt_rec& a) { return text_to_date(a.appt_date) == day; })) {
-        const appt_rec* rec = store.appt_row(i);
-        if (!rec) continue;
-        const appt_rec& a = *rec;
+        const appt_rec& a = *store.appt_row(i);
         place_appt(view, options, a.appt_start, a.appt_end, a.appt_id, a.appt_type, a.appt_text, i,
                    view.first_row, view.first_col);
         ++view.day_appts;

@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QString>
+#include <QTemporaryDir>
 #include <QtGlobal>
 #include <algorithm>
 #include <cstdint>
@@ -88,6 +89,17 @@ inline void replace_members(Archive& a, const QString& cal,
     for (const auto& [name, bytes] : members)
         (void)a.put(cal, name, bytes);
     (void)command.finish();
+}
+
+// One calendar file for the life of the process, that every input replaces.
+struct ScratchFolder {
+    QTemporaryDir dir;
+    QString cal = dir.filePath(QStringLiteral("calendar.cal"));
+};
+
+inline ScratchFolder& scratch_folder() {
+    static ScratchFolder f;
+    return f;
 }
 
 // The bytes libFuzzer hands over, as a QByteArray that owns a copy.

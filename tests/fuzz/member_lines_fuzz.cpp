@@ -14,22 +14,11 @@
 #include "views/detail_pane.h"
 #include "views/navigator.h"
 
-#include <QTemporaryDir>
 #include <memory>
 
 using namespace orva;
 
 namespace {
-
-struct Folder {
-    QTemporaryDir dir;
-    QString cal = dir.filePath(QStringLiteral("calendar.cal"));
-};
-
-Folder& folder() {
-    static Folder f;
-    return f;
-}
 
 void click_every_block(AppState& s) {
     const Grid& g = s.vsSched;
@@ -73,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QByteArray rmdrs =
         split < 0 ? QByteArray() : input.mid(split + qsizetype(fuzz::member_split.size()));
 
-    Folder& f = folder();
+    fuzz::ScratchFolder& f = fuzz::scratch_folder();
     auto s = std::make_unique<AppState>();
     fuzz::FuzzWindow w(s->view());
     s->app_path = f.dir.path();

@@ -12,22 +12,11 @@
 #include "views/detail_pane.h"
 #include "views/navigator.h"
 
-#include <QTemporaryDir>
 #include <memory>
 
 using namespace orva;
 
 namespace {
-
-struct Folder {
-    QTemporaryDir dir;
-    QString cal = dir.filePath(QStringLiteral("calendar.cal"));
-};
-
-Folder& folder() {
-    static Folder f;
-    return f;
-}
 
 // One timed and one untimed entry of the clock's day, so the fonts and the
 // colour of the options reach blocks, the pane and the tool-tips.
@@ -58,7 +47,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Folder& f = folder();
+    fuzz::ScratchFolder& f = fuzz::scratch_folder();
     auto s = std::make_unique<AppState>();
     fuzz::FuzzWindow w(s->view());
     s->app_path = f.dir.path();
