@@ -1,5 +1,7 @@
 #pragma once
 
+#include "grid/grid.h"
+
 #include <QString>
 
 namespace orva {
@@ -9,7 +11,15 @@ namespace orva {
 struct ReminderState {
     QString rem_from; // who opened the reminder setup: "apptfrm" or "CalDtlRem"
     int rem_row = 0;  // the row of appt_tbl of a "CalDtlRem" setup
-    QString msg_anim; // the messenger of the next flight ("2", "3"); anything else flies none
+    // The messenger of the delivery or preview: "2" plane towing the banner,
+    // "3" plane alone; anything else flies none.
+    QString msg_anim;
+    QString msg_sound; // the sound path of the delivery, from rmdr_alarm_text
+    int note_row = 0;  // the row of rmdr_tbl that remind-again acts on
+    // True only while the reminder setup previews its sound or messenger; the
+    // note then shows a sentence instead of reminders. Cleared at every tick.
+    bool preview_anim = false;
+    bool preview_sound = false;
 };
 
 } // namespace orva
