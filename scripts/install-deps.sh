@@ -10,6 +10,7 @@ packages=(
   libgtest-dev googletest
   fonts-noto-color-emoji
   xvfb xauth
+  dbus-daemon
 )
 
 missing=()

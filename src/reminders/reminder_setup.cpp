@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/modal.h"
+#include "reminders/messenger.h"
 #include "store/calendar_file.h"
 #include "views/refresh.h"
 
@@ -225,6 +226,35 @@ void animateIcombo_Click(ReminderState& reminders, RemForm&) {
     // Neither "2" nor "3": no messenger flies until Preview or a due reminder
     // chooses one again.
     reminders.msg_anim = QStringLiteral("Jet Set");
+}
+
+void prevwCmd_Click(ReminderState& reminders, RemForm& f, int index) {
+    if (index == 0) {
+        if (f.alarmTxt == QString(sound_limit, QLatin1Char(' '))) {
+            modal().message(select_file_first_text, MsgStyle::Warning);
+            return;
+        }
+        if (f.alarmTxt.isEmpty()) {
+            modal().message(select_file_text, MsgStyle::Warning);
+            return;
+        }
+        const QString path = rtrim(f.alarmTxt);
+        // Only "mp3" goes the MP3 way; any other ending is tried as a WAV.
+        if (path.right(3).toLower() == u"mp3")
+            play_mp3(path);
+        else
+            play_wav(path);
+        reminders.preview_sound = true;
+        modal().open_form(QStringLiteral("frmRemnote"));
+        return;
+    }
+    // The list's first item is "None": nothing to preview.
+    const int item = f.animateIcombo.list_index + 1;
+    if (item <= 1) return;
+    reminders.msg_anim = QString::number(item);
+    modal().open_form(QStringLiteral("frmAnimate"));
+    reminders.preview_anim = true;
+    modal().open_form(QStringLiteral("frmRemnote"));
 }
 
 void Slider1_Change(OptionsState& options, RemForm& f) {

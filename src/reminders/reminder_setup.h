@@ -36,6 +36,8 @@ inline const QString wav_preset = QStringLiteral("*.wav");
 // For a file dialog that cannot open. The seam has no such failure, so nothing
 // shows it yet.
 inline const QString wav_dialog_error = QStringLiteral("Error opening WAV file dialog");
+inline const QString select_file_first_text = QStringLiteral("You must select a file first ");
+inline const QString select_file_text = QStringLiteral("You must select a file ");
 inline const QString not_shown_yet = QStringLiteral("* This reminder has not been shown yet!");
 
 // Starts the setup: from the editor ("apptfrm") or for row `row` of appt_tbl
@@ -55,6 +57,9 @@ void Command5_Click(RemForm& f);
 // Any selection on the messenger list.
 void animateIcombo_Click(ReminderState& reminders, RemForm& f);
 void Slider1_Change(OptionsState& options, RemForm& f);
+// Preview: index 0 plays the chosen sound and shows the note's sound preview;
+// index 1 flies the chosen messenger and shows the messenger preview.
+void prevwCmd_Click(ReminderState& reminders, RemForm& f, int index);
 
 // A time as "hh:mm am/pm": two-digit hour 01..12, lower-case "am"/"pm",
 // whatever the system's locale ("12:00 am" for midnight).

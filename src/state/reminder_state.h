@@ -3,8 +3,30 @@
 #include "grid/grid.h"
 
 #include <QString>
+#include <QStringList>
+#include <vector>
 
 namespace orva {
+
+// frmRemnote as the logic sees it: the grid of due reminders and the box that
+// arms one again. It exists from the first add_to_note of a delivery until its
+// OK, which clears it.
+struct RemNote {
+    // Columns: "Appt Date/Time" (with the sticker's picture), "Description",
+    // and two hidden sort keys: the date and time text again, and nothing.
+    Grid gRmdr{1, 4};
+    QString caption = QStringLiteral("Reminder");
+    bool Check1_visible = true;
+    bool Check1_enabled = true;
+    int Check1 = 0; // "Remind me again": 1 ticked
+    std::vector<int> rows; // the rows of rmdr_tbl it delivers, in table order
+};
+
+// frmReRmdr: minutes, 1 to 59, to arm the note's reminder again.
+struct ReRmdrForm {
+    QStringList comboReRmdr;
+    int list_index = 0;
+};
 
 // What the reminder setup and the delivery of reminders keep between the
 // forms that share them.
@@ -20,6 +42,9 @@ struct ReminderState {
     // note then shows a sentence instead of reminders. Cleared at every tick.
     bool preview_anim = false;
     bool preview_sound = false;
+    RemNote note;
+    // A delivery is under way: its note or messenger is open.
+    bool delivering = false;
 };
 
 } // namespace orva

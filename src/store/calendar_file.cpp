@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <map>
 
 namespace orva {
 
@@ -177,8 +178,11 @@ int load_rmdrs(Shared& s, const QDate& date, const QString& cal_file, int months
     if (months_back < 4) months_back = 3;
     QDate d = date.addMonths(-months_back);
     int first_error = err::none;
+    s.rmdr_months.clear();
     for (int i = 1; i <= months_back + 1; ++i) {
         const int e = load_rmdr_month(s, yymm_of(d), cal_file);
+        // A month cut off by the table's limit is not the table's to rewrite.
+        if (s.rmdr_count <= rmdr_limit) s.rmdr_months << yymm_of(d);
         if (first_error == err::none) first_error = e;
         d = d.addMonths(1);
     }
@@ -235,18 +239,88 @@ int write_occurs(Shared& s, const QString& cal_file) {
     return command.finish();
 }
 
+namespace {
+
+// What names one reminder among the lines of its month: the entry's key, the
+// date of the occurrence and its start. A delivered or re-armed row keeps it.
+QByteArray rmdr_key(const rmdr_rec& r) {
+    return QByteArray(r.rmdr_id.c, sizeof r.rmdr_id.c) +
+           QByteArray(r.rmdr_appt_date.c, sizeof r.rmdr_appt_date.c) +
+           QByteArray(r.rmdr_start.c, sizeof r.rmdr_start.c);
+}
+
+// A month the table does not hold whole keeps every line it has; a row of the
+// table takes the place of the line it names, or joins the month.
+QByteArray merge_rmdr_month(const QByteArray& on_file, const std::vector<const rmdr_rec*>& rows) {
+    std::map<QByteArray, const rmdr_rec*> by_key;
+    for (const rmdr_rec* r : rows)
+        by_key.try_emplace(rmdr_key(*r), r);
+    QByteArray out;
+    MemberReader in(on_file);
+    rmdr_rec rec;
+    QByteArray rec_end;
+    while (!in.at_end()) {
+        if (!in.read_rmdr(rec, rec_end, line_end_len)) break;
+        const auto it = by_key.find(rmdr_key(rec));
+        if (it != by_key.end() && it->second) {
+            out += rmdr_line(*it->second);
+            it->second = nullptr; // written; a second line of that name stays as it was
+        } else {
+            out += rmdr_line(rec);
+        }
+        out.append(line_end, line_end_len);
+    }
+    for (const rmdr_rec* r : rows) {
+        const auto it = by_key.find(rmdr_key(*r));
+        if (it == by_key.end() || it->second != r) continue;
+        out += rmdr_line(*r);
+        out.append(line_end, line_end_len);
+        it->second = nullptr;
+    }
+    return out;
+}
+
+} // namespace
+
 int save_rmdrs(Shared& s, int io_mode, const QString& cal_file) {
     if (io_mode != rewrite_mode) {
         if (const rmdr_rec* last = s.rmdr_row(s.rmdr_count))
             return append_rmdr_line(s, cal_file, *last);
         return err::none;
     }
+    // Each month is written once from all of its rows, wherever they stand in
+    // the table: a row that remind-again moved into another month stands
+    // among its old neighbours, and a walk that stored a month each time it
+    // came back to it would keep only the month's last run of rows.
+    QStringList months;
+    std::map<QString, std::vector<const rmdr_rec*>> rows;
+    for (int r = 1; r <= s.rmdr_count; ++r) {
+        const rmdr_rec* rec = s.rmdr_row(r);
+        if (!rec) continue;
+        const QString yymm = rmdr_yymm(rec->rmdr_date);
+        auto [it, first] = rows.try_emplace(yymm);
+        if (first) months << yymm;
+        it->second.push_back(rec);
+    }
     Archive::Command command(s.archive, cal_file);
-    MonthWriter out(s, cal_file, MemberKind::reminders, rewrite_mode);
-    for (int r = 1; r <= s.rmdr_count; ++r)
-        if (const rmdr_rec* rec = s.rmdr_row(r))
-            if (const int e = out.line(rmdr_yymm(rec->rmdr_date), rmdr_line(*rec))) return e;
-    if (const int e = out.finish()) return e;
+    for (const QString& yymm : months) {
+        s.report_progress();
+        const QString name = rmdr_member_name(yymm);
+        QByteArray member;
+        if (s.rmdr_months.contains(yymm)) {
+            // The table holds every line of this month: it is the month.
+            for (const rmdr_rec* r : rows[yymm]) {
+                member += rmdr_line(*r);
+                member.append(line_end, line_end_len);
+            }
+        } else {
+            QByteArray on_file;
+            const int e = s.archive.get(cal_file, name, on_file);
+            if (e != err::none && e != err::not_found) return e;
+            member = merge_rmdr_month(on_file, rows[yymm]);
+        }
+        if (const int e = s.archive.put(cal_file, name, member)) return e;
+    }
     return command.finish();
 }
 

@@ -49,8 +49,11 @@ QString rmdr_member_name(const QString& yymm);
 // table's limit stops the writing at the first missing row; the month then
 // open is left as it was.
 [[nodiscard]] int write_occurs(Shared& s, const QString& cal_file);
-// io_mode 2 rewrites the members of every row of rmdr_tbl; any other value
-// appends the last row.
+// io_mode 2 writes the rows of rmdr_tbl back, each month once: a month the
+// last load_rmdrs read whole becomes its rows; any other keeps its lines, a
+// row replacing the line of the same key, entry date and start or joining
+// it. A month with no row is not touched. Any other value appends the last
+// row.
 [[nodiscard]] int save_rmdrs(Shared& s, int io_mode, const QString& cal_file);
 // Appends one reminder line to the member of its rmdr_date.
 [[nodiscard]] int append_rmdr_line(Shared& s, const QString& cal_file, const rmdr_rec& r);

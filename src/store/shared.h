@@ -4,6 +4,7 @@
 #include "store/records.h"
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 namespace orva {
@@ -15,6 +16,9 @@ struct Shared : Tables {
     QString app_path; // the per-user data folder
     QString cal_path; // the open calendar file; empty when none is open
     QDate tick_date;  // the date seen by the last tick
+    // The reminder months ("yymm") the last load_rmdrs read, found or not:
+    // rmdr_tbl holds every line of these and of no other month.
+    QStringList rmdr_months;
     // The open calendar cannot take changes, and the user has been told so.
     bool cal_read_only = false;
     // The calendar of the last start was refused (it was none, or damaged)

@@ -128,11 +128,27 @@ TEST_F(FrmRem1Dialog, CaptionsAndToolTipsAreAsTheProgramWritesThem) {
     EXPECT_TRUE(labels.contains("Animated messengers:"));
 }
 
-TEST_F(FrmRem1Dialog, PreviewsWaitForTheDelivery) {
+TEST_F(FrmRem1Dialog, SoundPreviewWithNoFileChosenWarns) {
+    editing(true);
+    s.rem_sound.clear();
+    FrmRem1 dlg(s);
+    QTest::mouseClick(child<QPushButton>(dlg, "prevwCmd0"), Qt::LeftButton);
+    ASSERT_NE(env.m.last(u"message"), nullptr);
+    EXPECT_EQ(env.m.last(u"message")->text, "You must select a file ");
+    EXPECT_EQ(env.m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_EQ(env.m.last(u"form"), nullptr);
+}
+
+TEST_F(FrmRem1Dialog, MessengerPreviewFliesTheChosenMessengerThenShowsTheNote) {
     editing();
     FrmRem1 dlg(s);
-    EXPECT_FALSE(child<QPushButton>(dlg, "prevwCmd0")->isEnabled());
-    EXPECT_FALSE(child<QPushButton>(dlg, "prevwCmd1")->isEnabled());
+    auto* list = child<QComboBox>(dlg, "animateIcombo");
+    list->setCurrentIndex(2);
+    QStringList order;
+    env.m.forms["frmAnimate"] = [&] { order << "frmAnimate " + s.msg_anim; };
+    env.m.forms["frmRemnote"] = [&] { order << (s.preview_anim ? "preview note" : "note"); };
+    QTest::mouseClick(child<QPushButton>(dlg, "prevwCmd1"), Qt::LeftButton);
+    EXPECT_EQ(order, (QStringList{"frmAnimate 3", "preview note"}));
 }
 
 TEST_F(FrmRem1Dialog, ListsAreFilledAndShowTheWorkingValues) {

@@ -755,5 +755,56 @@ TEST_F(OpenRemSetup, StoredRowChangedIsRewrittenAndItsRemindersRebuilt) {
     EXPECT_EQ(s.rmdr_row(1)->rmdr_time.str(), "07:30");
 }
 
+// --- previews ---------------------------------------------------------------
+
+using Preview = Reminders;
+
+TEST_F(Preview, SoundPathOfBlanksWarnsToSelectAFileFirst) {
+    RemForm f;
+    f.alarmTxt = QString(150, QLatin1Char(' '));
+    prevwCmd_Click(s, f, 0);
+    ASSERT_EQ(env.m.messages(), std::vector<QString>{"You must select a file first "});
+    EXPECT_EQ(env.m.last(u"message")->style, MsgStyle::Warning);
+    EXPECT_EQ(env.m.last(u"form"), nullptr);
+    EXPECT_FALSE(s.preview_sound);
+}
+
+TEST_F(Preview, EmptySoundPathWarnsToSelectAFile) {
+    RemForm f;
+    prevwCmd_Click(s, f, 0);
+    EXPECT_EQ(env.m.messages(), std::vector<QString>{"You must select a file "});
+}
+
+TEST_F(Preview, SoundPreviewOpensTheNoteInItsSoundMode) {
+    RemForm f;
+    f.alarmTxt = QStringLiteral("/home/me/ring.wav");
+    bool seen = false;
+    env.m.forms["frmRemnote"] = [&] { seen = s.preview_sound && !s.preview_anim; };
+    prevwCmd_Click(s, f, 0);
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(env.m.messages().empty());
+}
+
+TEST_F(Preview, MessengerNoneDoesNothing) {
+    RemForm f;
+    f.animateIcombo.items = {" None", " Plane Towing USA Banner", " Plane with no Banner"};
+    f.animateIcombo.list_index = 0;
+    prevwCmd_Click(s, f, 1);
+    EXPECT_TRUE(env.m.shown.empty());
+    EXPECT_FALSE(s.preview_anim);
+}
+
+TEST_F(Preview, MessengerPreviewSetsTheChoiceFromTheList) {
+    RemForm f;
+    f.animateIcombo.items = {" None", " Plane Towing USA Banner", " Plane with no Banner"};
+    f.animateIcombo.list_index = 1;
+    prevwCmd_Click(s, f, 1);
+    EXPECT_EQ(s.msg_anim, "2");
+    ASSERT_EQ(env.m.shown.size(), 2u);
+    EXPECT_EQ(env.m.shown[0].text, "frmAnimate");
+    EXPECT_EQ(env.m.shown[1].text, "frmRemnote");
+    EXPECT_TRUE(s.preview_anim);
+}
+
 } // namespace
 } // namespace orva

@@ -74,13 +74,9 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     Label10->setBuddy(alarmTxt_);
     Command5_ = make_button(QStringLiteral("Browse"), QStringLiteral("Command5"), frame_);
 
-    // Both previews play what the delivery plays; until the delivery exists
-    // there is nothing for them to show.
     prevwCmd0_ = make_button(QStringLiteral("Preview"), QStringLiteral("prevwCmd0"), frame_);
-    prevwCmd0_->setEnabled(false);
     prevwCmd1_ = make_button(QStringLiteral("Preview"), QStringLiteral("prevwCmd1"), frame_);
     prevwCmd1_->setToolTip(QStringLiteral("Preview selected animated messenger."));
-    prevwCmd1_->setEnabled(false);
 
     auto* lblMessengers =
         make_label(QStringLiteral("Animated messengers:"), QStringLiteral("lblMessengers"), frame_);
@@ -132,6 +128,14 @@ FrmRem1::FrmRem1(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
 
     connect(Command1_, &QPushButton::clicked, this, &FrmRem1::accept);
     connect(Command2_, &QPushButton::clicked, this, &FrmRem1::reject);
+    connect(prevwCmd0_, &QPushButton::clicked, this, [this] {
+        collect();
+        prevwCmd_Click(s_, f_, 0);
+    });
+    connect(prevwCmd1_, &QPushButton::clicked, this, [this] {
+        collect();
+        prevwCmd_Click(s_, f_, 1);
+    });
     connect(Command5_, &QPushButton::clicked, this, [this] {
         collect();
         Command5_Click(f_);

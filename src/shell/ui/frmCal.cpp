@@ -7,6 +7,7 @@
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_widget.h"
 #include "shell/startup.h"
+#include "shell/tick.h"
 #include "state/options.h"
 #include "views/day_layout.h"
 #include "views/day_view.h"
@@ -72,6 +73,7 @@ const std::pair<QString, QString> panel_names[] = {
 template <typename F> void frmCal::run(F&& f) {
     f();
     sync_controls();
+    sync_timer();
     // What the store noted during the command, told once it is over.
     report_store_notices(s_);
 }
@@ -88,6 +90,22 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
     connect_day_grid();
     connect_navigator();
     connect_pane();
+
+    Timer1 = new QTimer(this);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer1->setInterval(timer1_interval_ms);
+    connect(Timer1, &QTimer::timeout, this, [this] {
+        // Off is off at once, also inside a modal form opened by a command
+        // still running: the switch is read at every beat.
+        if (!s_.timer1_enabled) return;
+        run([this] { Timer1_Timer(s_, *this); });
+    });
+}
+
+void frmCal::sync_timer() {
+    // Switched on again, it counts its six seconds afresh.
+    if (s_.timer1_enabled && !timer_was_on_) Timer1->start();
+    timer_was_on_ = s_.timer1_enabled;
 }
 
 frmCal::~frmCal() {
@@ -526,6 +544,7 @@ bool frmCal::start(SingleInstance& instance) {
     if (!Form_Load(s_, *this, instance)) return false;
     started_ = true;
     sync_controls();
+    sync_timer();
     if (!hidden_to_tray_) {
         // The stored numbers describe the outer frame, whose margins are known
         // only once the window is on screen: place it again after showing.

@@ -27,6 +27,7 @@ class QMenu;
 class QStatusBar;
 class QTabBar;
 class QTextEdit;
+class QTimer;
 class QToolButton;
 
 namespace orva {
@@ -84,6 +85,8 @@ class frmCal final : public QMainWindow, public WindowPort {
     void connect_navigator();
     void connect_pane();
     void mnuExit_Click();
+    // Starts Timer1 when the logic switched it on since the last event.
+    void sync_timer();
     CalendarHooks calendar_hooks();
     int to_px_x(int twips) const;
     int to_px_y(int twips) const;
@@ -127,6 +130,8 @@ class frmCal final : public QMainWindow, public WindowPort {
     bool started_ = false;
     bool hidden_to_tray_ = false;
     QRect placed_; // the last placement asked for, in twips
+    QTimer* Timer1 = nullptr;
+    bool timer_was_on_ = false;
 };
 
 } // namespace orva

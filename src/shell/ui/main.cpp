@@ -4,8 +4,10 @@
 #include "appointments/ui/frmQuick.h"
 #include "core/app_paths.h"
 #include "core/event_loop.h"
+#include "core/ui/dbus_notifier.h"
 #include "core/ui/qt_modal.h"
 #include "reminders/ui/frmRem1.h"
+#include "reminders/ui/frmRemnote.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
 
@@ -20,6 +22,8 @@ int main(int argc, char** argv) {
 
     orva::QtModal modal;
     orva::install_modal(&modal);
+    orva::DBusNotifier desktop;
+    orva::install_notifier(&desktop);
 
     // Long loops yield once per step; a few times a second is enough to keep
     // the window alive without slowing a large load.
@@ -44,6 +48,7 @@ int main(int argc, char** argv) {
     orva::register_frmAppt1(modal, state);
     orva::register_frmOccurs(modal, state);
     orva::register_frmRem1(modal, state);
+    orva::register_frmRemnote(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }
