@@ -5,6 +5,7 @@
 #include "core/app_paths.h"
 #include "core/event_loop.h"
 #include "core/ui/qt_modal.h"
+#include "core/ui/qt_sound.h"
 #include "reminders/ui/frmRem1.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
@@ -13,6 +14,7 @@
 #include <QElapsedTimer>
 
 int main(int argc, char** argv) {
+    orva::prefer_ffmpeg_backend();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("orvacal"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orva Calendar"));
@@ -20,6 +22,8 @@ int main(int argc, char** argv) {
 
     orva::QtModal modal;
     orva::install_modal(&modal);
+    orva::QtSoundDevice speakers;
+    orva::install_sound(&speakers);
 
     // Long loops yield once per step; a few times a second is enough to keep
     // the window alive without slowing a large load.
