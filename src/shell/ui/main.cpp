@@ -6,6 +6,7 @@
 #include "core/event_loop.h"
 #include "core/ui/qt_modal.h"
 #include "core/ui/qt_sound.h"
+#include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
     orva::register_frmAppt1(modal, state);
     orva::register_frmOccurs(modal, state);
     orva::register_frmRem1(modal, state);
+    orva::register_frmAnimate(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }
