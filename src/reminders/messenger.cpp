@@ -122,8 +122,9 @@ FlightEnd run_flight(Flight& f, int speed, const FlightStep& step) {
             f.Image1.left = f.fly_x;
             if (f.counter == flap_twips) {
                 f.Imagesuffix.picture = f.frame;
-                // Not a toggle between two values: anything but 3 turns to 3,
-                // so a frame number from elsewhere falls back into step.
+                // 3 turns to 4 and anything else to 3, so the banner's place
+                // shows picture 4, the plane alone, at every other flap: two
+                // planes in line until the next flap brings the banner back.
                 f.frame = f.frame == 3 ? 4 : 3;
                 f.counter = 0;
             }
