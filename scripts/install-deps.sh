@@ -9,6 +9,11 @@ packages=(
   libsqlite3-dev sqlite3 zlib1g-dev
   libgtest-dev googletest
   fonts-noto-color-emoji
+  # Sound: Qt Multimedia with its FFmpeg backend plug-in, which brings the
+  # FFmpeg decoders for WAV and MP3 (libavcodec59, libavformat59) and the
+  # PulseAudio client; the desktop's sound server (PipeWire or PulseAudio)
+  # does the rest. Without one the program plays nothing.
+  libqt6multimedia6 libavcodec59 libavformat59 libswresample4 libpulse0
   xvfb xauth
   dbus-daemon
 )

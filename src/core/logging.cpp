@@ -3,5 +3,6 @@
 namespace orva {
 
 Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
+Q_LOGGING_CATEGORY(lcSound, "orvacal.sound")
 
 } // namespace orva

@@ -8,4 +8,8 @@ namespace orva {
 // store met it or a command above it did.
 Q_DECLARE_LOGGING_CATEGORY(lcStore)
 
+// Sounds that cannot play are logged here: the user hears nothing and, but
+// for a fault of the sound system itself, is not told.
+Q_DECLARE_LOGGING_CATEGORY(lcSound)
+
 } // namespace orva

@@ -6,6 +6,8 @@
 #include "core/event_loop.h"
 #include "core/ui/dbus_notifier.h"
 #include "core/ui/qt_modal.h"
+#include "core/ui/qt_sound.h"
+#include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
 #include "reminders/ui/frmRemnote.h"
 #include "shell/single_instance.h"
@@ -15,6 +17,7 @@
 #include <QElapsedTimer>
 
 int main(int argc, char** argv) {
+    orva::prefer_ffmpeg_backend();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("orvacal"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orva Calendar"));
@@ -24,6 +27,8 @@ int main(int argc, char** argv) {
     orva::install_modal(&modal);
     orva::DBusNotifier desktop;
     orva::install_notifier(&desktop);
+    orva::QtSoundDevice speakers;
+    orva::install_sound(&speakers);
 
     // Long loops yield once per step; a few times a second is enough to keep
     // the window alive without slowing a large load.
@@ -49,6 +54,7 @@ int main(int argc, char** argv) {
     orva::register_frmOccurs(modal, state);
     orva::register_frmRem1(modal, state);
     orva::register_frmRemnote(modal, state);
+    orva::register_frmAnimate(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }
