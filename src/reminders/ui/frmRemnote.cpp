@@ -10,11 +10,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace orva {
 namespace {
@@ -56,9 +58,16 @@ FrmRemnote::FrmRemnote(AppState& s, QWidget* parent) : QDialog(parent, on_top), 
         render();
     });
 
-    const int px_per_twip_x = logicalDpiX();
-    resize(6000 * px_per_twip_x / 1440, 2400 * logicalDpiY() / 1440);
     gRmdr_->setGrid(&s_.note.gRmdr);
+    // Wide enough that the first column, at its share of the width, shows
+    // the whole date and time beside the sticker.
+    int longest = 0;
+    const QFontMetrics fm = gRmdr_->fontMetrics();
+    for (int r = 0; r < s_.note.gRmdr.Rows(); ++r)
+        longest = std::max(longest, fm.horizontalAdvance(s_.note.gRmdr.TextMatrix(r, 0)));
+    const int first_col_px = longest + 2 * fm.height() + 16;
+    const int grid_px = std::max(10000 * logicalDpiX() / 1440, int(first_col_px / 0.35) + 1);
+    resize(grid_px + 40, 2600 * logicalDpiY() / 1440);
     s_.note.gRmdr.set_extent(gRmdr_->columns_room() * 1440 / std::max(1, logicalDpiX()),
                              gRmdr_->height() * 1440 / std::max(1, logicalDpiY()));
     frmRemnote_Load(s_.reminders());
