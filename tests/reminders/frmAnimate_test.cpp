@@ -127,15 +127,25 @@ TEST_F(FrmAnimateWindow, BannerTrailsThePlaneAtTheSameHeight) {
 }
 
 TEST_F(FrmAnimateWindow, WithNoCaptureOfTheScreenItIsTranslucent) {
-    // Offscreen there is no screen to capture.
+    install_screen_capture([](const QRect&) { return QPixmap(); });
     s.msg_anim = QStringLiteral("3");
     FrmAnimate w(s);
     w.exec();
+    install_screen_capture(nullptr);
     EXPECT_FALSE(w.captured());
     EXPECT_TRUE(w.testAttribute(Qt::WA_TranslucentBackground));
     auto* backdrop = child<QLabel>(w, "Picture1");
     ASSERT_NE(backdrop, nullptr);
     EXPECT_TRUE(backdrop->pixmap().isNull());
+}
+
+TEST_F(FrmAnimateWindow, OffscreenThereIsNoScreenToCaptureSoItIsTranslucent) {
+    if (QGuiApplication::platformName() != u"offscreen") GTEST_SKIP() << "a real screen";
+    s.msg_anim = QStringLiteral("3");
+    FrmAnimate w(s);
+    w.exec();
+    EXPECT_FALSE(w.captured());
+    EXPECT_TRUE(w.testAttribute(Qt::WA_TranslucentBackground));
 }
 
 TEST_F(FrmAnimateWindow, OverAPictureOfTheScreenItShowsWhatLiesBeneath) {
