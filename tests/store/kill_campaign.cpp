@@ -27,6 +27,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -188,6 +189,20 @@ std::vector<Scenario> scenarios() {
         {"SeriesDelete",
          [](LargeCalendar& b, FakeWindow&) { b.delete_series(QStringLiteral("Morning run")); }},
         {"SingleSave", [](LargeCalendar& b, FakeWindow&) { b.save_single(1); }},
+        {"ReminderWriteBack",
+         [](LargeCalendar& b, FakeWindow&) {
+             // A delivery's write-back: the first rows delivered, one armed
+             // again into the month after the loaded ones.
+             AppState& s = *b.s;
+             must(load_rmdrs(s, s.cur_date, s.cal_path, 0), "load_rmdrs");
+             for (int i = 1; i <= std::min<int>(40, s.rmdr_count); ++i)
+                 s.rmdr_row(i)->rmdr_fired = QStringLiteral("T");
+             if (rmdr_rec* r = s.rmdr_row(1)) {
+                 r->rmdr_fired = QStringLiteral("F");
+                 r->rmdr_date = s.cur_date.addMonths(1).toString(QStringLiteral("MM/dd/yy"));
+             }
+             must(save_rmdrs(s, rewrite_mode, s.cal_path), "save_rmdrs");
+         }},
         {"OptionsSave",
          [](LargeCalendar& b, FakeWindow& w) {
              b.s->menus.mnuTips = !b.s->menus.mnuTips;
