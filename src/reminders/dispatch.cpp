@@ -9,18 +9,15 @@
 #include "core/notifier.h"
 #include "reminders/messenger.h"
 #include "store/calendar_file.h"
+#include "views/day_view.h"
 #include "views/refresh.h"
+
+#include <algorithm>
 
 namespace orva {
 namespace {
 
 constexpr int col_line = 0, col_text = 1, col_sort = 2, col_sort2 = 3;
-
-// The last three characters of a right-trimmed path, lowered: what decides
-// the route of a sound.
-QString sound_ending(const QString& path) {
-    return rtrim(path).right(3).toLower();
-}
 
 // A delivery's sound: "mp3" the MP3 route, "wav" the WAV route, any other
 // ending (an empty path among them) nothing.
@@ -33,6 +30,10 @@ void start_delivery_sound(const QString& path) {
 }
 
 } // namespace
+
+QString sound_ending(const QString& path) {
+    return rtrim(path).right(3).toLower();
+}
 
 int hhnn_number(const QTime& t) {
     return t.hour() * 100 + t.minute();
@@ -112,11 +113,7 @@ bool scan_rmdrs(Shared& store, ReminderState& rem) {
 }
 
 QString note_time_text(const QTime& t) {
-    const int h12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
-    return QStringLiteral("%1:%2 %3")
-        .arg(h12, 2, 10, QLatin1Char('0'))
-        .arg(t.minute(), 2, 10, QLatin1Char('0'))
-        .arg(t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+    return format_hh_mm_ampm(t).toUpper();
 }
 
 QString note_line(const rmdr_rec& r) {
@@ -198,7 +195,6 @@ void frmRemnote_Load(ReminderState& rem) {
         g = Grid(2, 4);
         g.setFormatString(note_format);
         g.setTextMatrix(1, col_text, rem.preview_sound ? sound_preview_text : messenger_preview_text);
-        if (g.Height() > 0) g.setRowHeight(1, g.Height());
         note.Check1_enabled = false;
         note.Check1_visible = true;
     }
@@ -207,7 +203,7 @@ void frmRemnote_Load(ReminderState& rem) {
     g.setColHidden(col_sort2, true);
     if (g.Rows() > 2) g.Sort(SortOrder::GenericAscending, col_sort, col_sort2);
     g.setCol(col_line);
-    size_note_cols(note);
+    size_note(rem);
 }
 
 void size_note_cols(RemNote& note) {
@@ -218,6 +214,15 @@ void size_note_cols(RemNote& note) {
     g.setColWidth(col_text, g.Width() - first);
     g.setColHidden(col_sort, true);
     g.setColHidden(col_sort2, true);
+}
+
+void size_note(ReminderState& rem) {
+    size_note_cols(rem.note);
+    Grid& g = rem.note.gRmdr;
+    if (!(rem.preview_sound || rem.preview_anim) || g.Rows() != 2 || g.Height() <= 0) return;
+    // The sentence row takes what the heading leaves of the grid.
+    const int heading = g.RowHeight(0) > 0 ? g.RowHeight(0) : Grid::default_row_height;
+    g.setRowHeight(1, std::max(Grid::default_row_height, g.Height() - heading));
 }
 
 void Check1_Click(ReminderState& rem) {

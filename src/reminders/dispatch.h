@@ -6,6 +6,10 @@
 
 namespace orva {
 
+// The last three characters of a right-trimmed sound path, lowered: what
+// chooses the route a sound plays by.
+QString sound_ending(const QString& path);
+
 // Format(t, "hhnn") read as a whole number: 09:05 is 905.
 int hhnn_number(const QTime& t);
 
@@ -44,6 +48,9 @@ QString notification_body(const Shared& store, const std::vector<int>& rows);
 void frmRemnote_Load(ReminderState& rem);
 // Column 0 takes 0.35 of the grid's width, column 1 the rest.
 void size_note_cols(RemNote& note);
+// The columns, and in a preview the sentence row filling the grid below its
+// heading; again whenever the grid's extent changes.
+void size_note(ReminderState& rem);
 // "Remind me again" clicked: ticked, it opens frmReRmdr.
 void Check1_Click(ReminderState& rem);
 // OK of the note: the note is cleared, a playing sound stopped.

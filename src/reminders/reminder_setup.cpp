@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/modal.h"
+#include "reminders/dispatch.h"
 #include "reminders/messenger.h"
 #include "store/calendar_file.h"
 #include "views/refresh.h"
@@ -240,7 +241,7 @@ void prevwCmd_Click(ReminderState& reminders, RemForm& f, int index) {
         }
         const QString path = rtrim(f.alarmTxt);
         // Only "mp3" goes the MP3 way; any other ending is tried as a WAV.
-        if (path.right(3).toLower() == u"mp3")
+        if (sound_ending(path) == u"mp3")
             play_mp3(path);
         else
             play_wav(path);

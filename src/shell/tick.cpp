@@ -2,7 +2,6 @@
 
 #include "core/clock.h"
 #include "reminders/dispatch.h"
-#include "shell/file_commands.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
@@ -29,7 +28,8 @@ void day_rollover(AppState& s, WindowPort& w, const QDate& today) {
     clear_detail(s);
     format_day_grid(s);
     s.cur_date = today;
-    // A month that cannot be read shows empty and is told below.
+    // A month that cannot be read shows empty; the window tells which once
+    // the tick is over, as after any event.
     (void)load_appts(s, s.cur_date, s.cal_path, 0);
     (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     docombos(s.store(), s.view());
@@ -43,7 +43,6 @@ void day_rollover(AppState& s, WindowPort& w, const QDate& today) {
         show_detail(s.store(), s.view(), s.options(), s.editing(), s.cur_row, s.cur_col);
     }
     s.tick_date = today;
-    report_store_notices(s);
 }
 
 } // namespace orva

@@ -25,11 +25,17 @@ QImage glyph(const QString& emoji) {
         p.setFont(f);
         p.drawText(img.rect(), Qt::AlignCenter, emoji);
     }
+    return opaque_part(img, 1);
+}
+
+} // namespace
+
+QImage opaque_part(const QImage& img, int min_alpha) {
     int left = img.width(), top = img.height(), right = -1, bottom = -1;
     for (int y = 0; y < img.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(img.constScanLine(y));
         for (int x = 0; x < img.width(); ++x) {
-            if (qAlpha(line[x]) == 0) continue;
+            if (qAlpha(line[x]) < min_alpha) continue;
             left = std::min(left, x);
             right = std::max(right, x);
             top = std::min(top, y);
@@ -39,6 +45,8 @@ QImage glyph(const QString& emoji) {
     if (right < 0) return {};
     return img.copy(QRect(QPoint(left, top), QPoint(right, bottom)));
 }
+
+namespace {
 
 // The glyph fills the square but for one pixel all round, so neighbouring
 // pictures and cell lines never touch it; wide glyphs keep their shape.

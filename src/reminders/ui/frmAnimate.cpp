@@ -28,30 +28,14 @@ constexpr qint64 step_nsecs = 250'000;
 // The glyph drawn large enough to turn and shrink without losing detail.
 constexpr int source_px = 109;
 
-// The opaque part of an image.
-QImage cropped(const QImage& img) {
-    int left = img.width(), top = img.height(), right = -1, bottom = -1;
-    for (int y = 0; y < img.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(img.constScanLine(y));
-        for (int x = 0; x < img.width(); ++x) {
-            if (qAlpha(line[x]) < 16) continue;
-            left = std::min(left, x);
-            right = std::max(right, x);
-            top = std::min(top, y);
-            bottom = std::max(bottom, y);
-        }
-    }
-    if (right < 0) return {};
-    return img.copy(QRect(QPoint(left, top), QPoint(right, bottom)));
-}
-
 // The emoji turned clockwise by `degrees`, cut to what it colours.
 QImage turned(const QString& emoji, qreal degrees) {
     const QImage g = emoji_pixmap(emoji, source_px)
                          .toImage()
                          .convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (g.isNull()) return {};
-    return cropped(g.transformed(QTransform().rotate(degrees), Qt::SmoothTransformation));
+    // Faint edges of the smoothing are not part of the picture.
+    return opaque_part(g.transformed(QTransform().rotate(degrees), Qt::SmoothTransformation), 16);
 }
 
 // `img` scaled to fit `room`, centred in it.

@@ -68,8 +68,7 @@ FrmRemnote::FrmRemnote(AppState& s, QWidget* parent) : QDialog(parent, on_top), 
     const int first_col_px = longest + 2 * fm.height() + 16;
     const int grid_px = std::max(10000 * logicalDpiX() / 1440, int(first_col_px / 0.35) + 1);
     resize(grid_px + 40, 2600 * logicalDpiY() / 1440);
-    s_.note.gRmdr.set_extent(gRmdr_->columns_room() * 1440 / std::max(1, logicalDpiX()),
-                             gRmdr_->height() * 1440 / std::max(1, logicalDpiY()));
+    take_extent();
     frmRemnote_Load(s_.reminders());
     render();
 }
@@ -84,15 +83,14 @@ void FrmRemnote::render() {
 
 void FrmRemnote::resizeEvent(QResizeEvent* e) {
     QDialog::resizeEvent(e);
-    Grid& g = s_.note.gRmdr;
-    g.set_extent(gRmdr_->columns_room() * 1440 / std::max(1, logicalDpiX()),
-                 gRmdr_->height() * 1440 / std::max(1, logicalDpiY()));
-    size_note_cols(s_.note);
-    if ((s_.preview_sound || s_.preview_anim) && g.Rows() == 2) {
-        const int heading = g.RowHeight(0) > 0 ? g.RowHeight(0) : Grid::default_row_height;
-        g.setRowHeight(1, std::max(Grid::default_row_height, g.Height() - heading));
-    }
+    take_extent();
+    size_note(s_.reminders());
     gRmdr_->refresh();
+}
+
+void FrmRemnote::take_extent() {
+    s_.note.gRmdr.set_extent(gRmdr_->columns_room() * 1440 / std::max(1, logicalDpiX()),
+                             gRmdr_->height() * 1440 / std::max(1, logicalDpiY()));
 }
 
 void FrmRemnote::changeEvent(QEvent* e) {

@@ -32,6 +32,8 @@ class FrmRemnote : public QDialog {
 
   private:
     void render();
+    // The grid's extent in twips, from the widget's size.
+    void take_extent();
 
     AppState& s_;
     GridWidget* gRmdr_ = nullptr;
