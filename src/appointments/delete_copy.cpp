@@ -9,6 +9,7 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
 #include "views/status.h"
 
 namespace orva {
@@ -58,10 +59,9 @@ bool calendar_open(const Shared& store) {
 }
 
 // The appt_tbl row of the entry selected in the day planner, 0 after the
-// message that asks for one (in `style`) or when no calendar is open. The
-// week and month planners find the entry under the mouse once they exist.
+// message that asks for one (in `style`) or when no calendar is open.
 int selected_entry(const Shared& store, const PlannerState& view, MsgStyle style) {
-    if (!calendar_open(store) || view.view_month || view.view_week) return 0;
+    if (!calendar_open(store)) return 0;
     const QString d = selected_data(view);
     if (!holds_entry(d)) {
         modal().message(select_appt_first_msg, style);
@@ -79,6 +79,24 @@ bool row_selected(const Grid& g) {
 QString selected_row_time(const PlannerState& view) {
     const Grid& g = view.vsSched;
     return g.Row() > 0 ? g.TextMatrix(g.Row(), 0) : QStringLiteral(" ");
+}
+
+bool overview_up(const PlannerState& view) {
+    return view.view_month || view.view_week;
+}
+
+// The entry of the line the Edit commands act on in the week or month
+// planner (see overvw_target), 0 after the message that tells what is
+// missing.
+int overview_entry(PlannerState& view) {
+    const OverviewCell at = overvw_target(view);
+    if (at.row < 0) {
+        modal().message(click_to_select_msg, MsgStyle::Warning);
+        return 0;
+    }
+    const int index = overvw_entry(view, at.row, at.col);
+    if (index == 0) modal().message(select_appt_first_overvw_msg, MsgStyle::Warning);
+    return index;
 }
 
 } // namespace
@@ -125,8 +143,9 @@ bool delCmd_Click(AppState& s) {
         }
     }
 
-    // The week and month planners rebuild themselves once they exist.
-    if (!s.view_month && !s.view_week) {
+    if (overview_up(s)) {
+        refill_overview(s, s.window_port());
+    } else {
         rebuild_day(s.store(), s.view(), s.options(), s.editing());
         TabStrip1_Click(s);
         clear_detail(s);
@@ -233,7 +252,7 @@ int copy_appt(AppState& s, ApptForm& f) {
         if (const int e = load_rmdrs(s, s.cur_date, s.cal_path, s.months_back)) return e;
     }
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
-    refresh_planner(s.store(), s.view(), s.options(), s.editing());
+    refresh_planner(s);
     return command.finish();
 }
 
@@ -248,6 +267,20 @@ void imageReminder_Click(AppState& s) {
 }
 
 void imageClock_Click(AppState& s) {
+    if (overview_up(s)) {
+        if (!calendar_open(s)) return;
+        const OverviewCell at = overvw_target(s);
+        if (at.row >= 0 &&
+            s.vsOvervw.Cell(CellSetting::Data, at.row, at.col).toString().isEmpty()) {
+            modal().message(select_appt_first_msg, MsgStyle::Warning);
+            return;
+        }
+        const int index = overview_entry(s);
+        if (index == 0) return;
+        s.edit_index = index;
+        delCmd_Click(s);
+        return;
+    }
     const int index = selected_entry(s.store(), s.view(), MsgStyle::Warning);
     if (index == 0) return;
     s.edit_index = index;
@@ -255,6 +288,38 @@ void imageClock_Click(AppState& s) {
 }
 
 void mnuCopy_Click(AppState& s) {
+    if (overview_up(s)) {
+        if (!calendar_open(s)) return;
+        const OverviewCell at = overvw_target(s);
+        if (at.row < 0) {
+            modal().message(click_to_select_msg, MsgStyle::Warning);
+            return;
+        }
+        const Grid& g = s.vsOvervw;
+        if (g.Cell(CellSetting::Data, at.row, at.col).toString().isEmpty()) return;
+        if (g.TextMatrix(at.row, at.col) == more_text) {
+            modal().message(QStringLiteral("nothing to copy"), MsgStyle::Information);
+            return;
+        }
+        const int index = overvw_entry(s, at.row, at.col);
+        const appt_rec* a = s.appt_row(index);
+        if (index == 0 || !a) {
+            if (s.view_week)
+                modal().message(QStringLiteral("Problem copying appointment"), MsgStyle::Critical);
+            else
+                modal().message(select_appt_first_overvw_msg, MsgStyle::Warning);
+            return;
+        }
+        s.new_appt = true;
+        s.appt_copy = true;
+        s.edit_index = index;
+        s.edit_start = a->appt_start.str();
+        const QDate day = overvw_day(g, at.row, at.col);
+        if (day.isValid()) s.edit_date = day;
+        s.timer1_enabled = false;
+        open_editor(s.editing(), s.run());
+        return;
+    }
     // Checked before the flags are set, so a refused copy cannot leave the
     // next opening of the editor in copy mode.
     const int index = selected_entry(s.store(), s.view(), MsgStyle::Information);
@@ -268,6 +333,13 @@ void mnuCopy_Click(AppState& s) {
 }
 
 void mnuEditA_Click(AppState& s) {
+    if (overview_up(s)) {
+        if (!calendar_open(s)) return;
+        if (overview_entry(s) == 0) return;
+        const OverviewCell at = overvw_target(s);
+        vsOvervw_DblClick(s, at.row, at.col);
+        return;
+    }
     if (selected_entry(s.store(), s.view(), MsgStyle::Warning) == 0) return;
     const Grid& g = s.vsSched;
     sched_hand_over(s.store(), s.view(), s.editing(), g.Row(), g.Col());

@@ -37,5 +37,10 @@ void mnuEditA_Click(AppState& s);
 
 inline const QString couldnt_delete_msg = QStringLiteral("Couldn't delete");
 inline const QString select_appt_first_msg = QStringLiteral("Select an appointment first");
+// The week and month planners' words: with no cell selected, and for a cell
+// with no entry's line.
+inline const QString click_to_select_msg =
+    QStringLiteral("Click to select an appointment to delete");
+inline const QString select_appt_first_overvw_msg = QStringLiteral("Select appointment first");
 
 } // namespace orva

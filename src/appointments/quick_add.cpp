@@ -47,13 +47,11 @@ void frmQuick_Cancel(PlannerState& view, QuickForm& f) {
     Q_UNUSED(f);
     // The row is left as the grid made it ("0", end = start): the caller
     // still writes it, so Cancel keeps a one-row entry rather than undoing it.
-    if (view.view_day) {
-        Grid& g = view.vsSched;
-        if (g.Row() >= 0 && g.Col() >= 0) g.setTextMatrix(g.Row(), g.Col(), QString());
-    } else if (view.view_week || view.view_month) {
-        // A cell of vsOvervw holds a whole day's lines, not one entry: which
-        // part to empty is for the week and month planners to say.
-    }
+    // In the week and month planners the cell is the line typed into; the
+    // refill after the write shows the entry there again.
+    Grid& g = view.view_week || view.view_month ? view.vsOvervw : view.vsSched;
+    if (g.Row() >= 0 && g.Col() >= 0 && g.Row() < g.Rows() && g.Col() < g.Cols())
+        g.setTextMatrix(g.Row(), g.Col(), QString());
 }
 
 void frmNotes_Load(const OptionsState& options, EditorState& editing, NotesForm& f) {

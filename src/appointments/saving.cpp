@@ -107,7 +107,7 @@ bool save_appt(AppState& s, ApptForm& f) {
         }
         if (!e) e = reload_rmdrs(s.store(), s.run(), s.cur_date);
         if (!e) e = load_appts(s, s.cur_date, s.cal_path, 0);
-        if (!e) refresh_planner(s.store(), s.view(), s.options(), s.editing());
+        if (!e) refresh_planner(s);
     }
     command.abort(e);
     const int committed = command.finish();
@@ -208,7 +208,7 @@ int upd_appt(AppState& s, ApptForm& f, int row, const QDate& first_date) {
     if (const int e = load_appts(s, s.cur_date, s.cal_path, 0)) return e;
     // Opened from the search or the reminder list, the planner is left alone.
     if (s.view_month || s.view_week || s.appt_from_planner)
-        refresh_planner(s.store(), s.view(), s.options(), s.editing());
+        refresh_planner(s);
     return command.finish();
 }
 

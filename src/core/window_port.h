@@ -30,4 +30,31 @@ class WindowPort {
     virtual void end_program() = 0; // closes everything at once
 };
 
+// A window that is not there: it has no frame (so an options save keeps the
+// stored placement), places nothing and shows nothing.
+class NoWindow final : public WindowPort {
+  public:
+    QRect work_area() const override { return {}; }
+    QRect frame() const override { return {}; }
+    void move_to(const QRect&) override {}
+    int window_state() const override { return 0; }
+    void set_window_state(int) override {}
+    bool status_bar_visible() const override { return true; }
+    void set_status_bar_visible(bool) override {}
+    double twips_per_pixel_x() const override { return 15; }
+    double twips_per_pixel_y() const override { return 15; }
+    void layout_view() override {}
+    void show_day_view() override {}
+    void show_long_date(const QString&) override {}
+    void set_busy(bool) override {}
+    bool hide_to_tray() override { return false; }
+    void sync_menus() override {}
+    void end_program() override {}
+};
+
+inline WindowPort& no_window() {
+    static NoWindow w;
+    return w;
+}
+
 } // namespace orva

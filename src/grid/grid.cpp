@@ -241,6 +241,13 @@ void Grid::setEditable(bool e) {
     s_.editable = e;
     touch();
 }
+bool Grid::WordWrap() const {
+    return s_.word_wrap;
+}
+void Grid::setWordWrap(bool on) {
+    s_.word_wrap = on;
+    touch();
+}
 
 // --- drawing -------------------------------------------------------------
 

@@ -172,6 +172,10 @@ class Grid {
     void setFontItalic(bool b);
     bool Editable() const;
     void setEditable(bool e);
+    // Texts wider than their cell break between words onto the lines below
+    // when the cell (a merged block, a tall row) has room for them.
+    bool WordWrap() const;
+    void setWordWrap(bool on);
     // Shown by the view when the pointer rests on the grid; a planner sets it
     // from its mouse-move handler. Setting it is not a change of the grid.
     QString ToolTipText() const { return tool_tip_; }
@@ -239,6 +243,7 @@ class Grid {
         int fixed_rows = 0, fixed_cols = 0;
         MergeMode merge = MergeMode::Never;
         bool editable = false;
+        bool word_wrap = false;
         Color back = rgb(255, 255, 255), fore = 0, back_fixed = rgb(212, 208, 200), fore_fixed = 0,
               grid_color = rgb(192, 192, 192);
         QString font_name = QStringLiteral("DejaVu Sans");

@@ -66,6 +66,7 @@ struct GridFile {
             root[QStringLiteral("top_row")] = g.top_row_;
             root[QStringLiteral("merge_cells")] = int(s.merge);
             root[QStringLiteral("editable")] = s.editable;
+            root[QStringLiteral("word_wrap")] = s.word_wrap;
             root[QStringLiteral("colors")] =
                 QJsonObject{{QStringLiteral("back"), qint64(s.back)},
                             {QStringLiteral("fore"), qint64(s.fore)},
@@ -165,6 +166,7 @@ struct GridFile {
             if (merge < 0 || merge > int(MergeMode::RestrictAll)) return false;
             next.merge = MergeMode(merge);
             next.editable = root.value(QStringLiteral("editable")).toBool();
+            next.word_wrap = root.value(QStringLiteral("word_wrap")).toBool();
             const QJsonObject colors = root.value(QStringLiteral("colors")).toObject();
             auto color = [&](const char* key, Color dflt) {
                 return Color(colors.value(QLatin1String(key)).toInteger(dflt) & 0xFFFFFF);

@@ -8,7 +8,9 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
 #include "views/navigator.h"
+#include "views/week_view.h"
 
 namespace orva {
 namespace {
@@ -84,6 +86,15 @@ bool Form_Load(AppState& s, WindowPort& w, SingleInstance& instance) {
 
     if (s.start_view == u"mthvw" || s.start_view == u"weekvw") {
         place_window(s.options(), s.run(), w);
+        s.startup_move = true;
+        if (s.start_view == u"mthvw") {
+            imageMonth_Click(s, w);
+            s.vsOvervw.ShowCell(0, 0);
+        } else {
+            imageWeek_Click(s, w);
+        }
+        s.startup_move = false;
+        s.sysCalender_enabled = false;
     } else {
         s.view_day = true;
         clear_detail(s);

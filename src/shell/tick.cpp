@@ -5,6 +5,8 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
+#include "views/week_view.h"
 #include "views/navigator.h"
 
 namespace orva {
@@ -33,8 +35,11 @@ void day_rollover(AppState& s, WindowPort& w, const QDate& today) {
     (void)load_appts(s, s.cur_date, s.cal_path, 0);
     (void)load_rmdrs(s, s.cur_date, s.cal_path, 0);
     docombos(s.store(), s.view());
-    // The week and month planners redraw themselves once they exist.
-    if (s.view_day) {
+    if (s.view_month) {
+        imageMonth_Click(s, w);
+    } else if (s.view_week) {
+        imageWeek_Click(s, w);
+    } else if (s.view_day) {
         set_label1(s, w, s.cur_date);
         build_day_rows(s.view(), s.options());
         fill_cal(s.store(), s.view(), today);

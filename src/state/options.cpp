@@ -212,11 +212,13 @@ void save_options(Shared& store, const PlannerState& view, OptionsState& options
                          : view.view_week ? QStringLiteral("weekvw")
                                           : QStringLiteral("dayvw");
     options.show_times = options.menus.mnuShowTimes ? QStringLiteral("T") : QStringLiteral("F");
-    const QRect f = w.frame();
-    options.form_height = f.height();
-    options.form_width = f.width();
-    options.form_top = f.top();
-    options.form_left = f.left();
+    // A save with no window to measure keeps the placement it has.
+    if (const QRect f = w.frame(); f.isValid()) {
+        options.form_height = f.height();
+        options.form_width = f.width();
+        options.form_top = f.top();
+        options.form_left = f.left();
+    }
 
     Grid& g = options.vsSettings;
     if (g.Rows() < 1) g.setRows(1);

@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QString>
+#include <array>
 #include <map>
 
 namespace orva {
@@ -36,6 +37,9 @@ struct PlannerState {
     // Status-bar panels by key: "nbrAppts " (with its blank), "cFile",
     // "yrDay", "daysLeft".
     std::map<QString, StatusPanel> status_panels;
+    // Back colour of the band behind the title (Label1); the month planner
+    // draws its week boxes in it.
+    Color label1_back_color = rgb(0, 128, 128);
     QString tab_key = QStringLiteral("appt"); // key of the selected tab of TabStrip1
 
     // --- day planner ------------------------------------------------------
@@ -65,6 +69,26 @@ struct PlannerState {
     int month_days = 0;
     int first_wday = 0;       // 0 Sunday .. 6 Saturday
     ComboList Combo1, Combo2; // month names; years 2001 .. today + 15
+
+    // --- month and week planners (vsOvervw) -------------------------------
+    // month_list(day, position): the appt_tbl row of a day's entry in the
+    // order of the day, 0 for none; days 0 to 32, at most 101 entries a day.
+    struct MonthEntry {
+        qint16 day = 0;
+        qint16 index = 0;
+    };
+    static constexpr int month_list_days = 33;
+    static constexpr int month_list_slots = 101;
+    std::array<std::array<MonthEntry, month_list_slots>, month_list_days> month_list{};
+    bool FiveWeeks = false;
+    long sel_mth_row = 0, sel_mth_col = 0; // the date cell of cur_date
+    // Results of extract_ptr: where the row number starts in a cell's data
+    // (1-based), its length, and whether there is one.
+    qint16 ptrPos = 0, ptr_len = 0;
+    bool ptr_found = false;
+    QDate week_start, week_end;      // Monday and Sunday of the week shown
+    std::array<qint16, 8> week_row{}; // last row used, by weekday number 1 (Sunday) .. 7
+    int srtwkday = 0;                 // weekday number of the line in hand
 };
 
 } // namespace orva

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/window_port.h"
+
 namespace orva {
 
 // What the running program itself keeps: how it was started and placed, the
@@ -13,6 +15,11 @@ struct RunState {
     // The main tick's switch; stopped around modal forms and date changes so
     // that a tick cannot refill a planner in the middle of a rebuild.
     bool timer1_enabled = false;
+    // The main window, for a planner rebuilt at the end of a command that was
+    // not started from it (the editor's save, a delete from the editor).
+    // Unset, those rebuilds use a window that places nothing.
+    WindowPort* window = nullptr;
+    WindowPort& window_port() { return window ? *window : no_window(); }
 };
 
 } // namespace orva

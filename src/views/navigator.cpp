@@ -5,6 +5,8 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
+#include "views/week_view.h"
 
 namespace orva {
 namespace {
@@ -175,9 +177,9 @@ void month_changed(AppState& s, WindowPort& w) {
     w.set_busy(true);
     load_month(s, s.cur_date);
     if (s.view_month) {
-        // The month planner refills itself here once it exists.
+        imageMonth_Click(s, w);
     } else if (s.view_week) {
-        // The week planner refills itself here once it exists.
+        imageWeek_Click(s, w);
     } else {
         s.vsSched.setRedraw(0);
         s.Cal.setRedraw(0);
@@ -208,8 +210,11 @@ void sync_combos(Shared& store, PlannerState& view, const QDate& date) {
     load_month(store, date);
 }
 
-void ImageArrow_Click(Shared& store, PlannerState& view, const OptionsState& options,
-                      EditorState& editing, WindowPort& w, int index) {
+void ImageArrow_Click(AppState& s, WindowPort& w, int index) {
+    Shared& store = s.store();
+    PlannerState& view = s.view();
+    const OptionsState& options = s.options();
+    EditorState& editing = s.editing();
     if (store.cal_path.isEmpty()) {
         modal().message(no_calendar_text, MsgStyle::Plain);
         return;
@@ -220,10 +225,11 @@ void ImageArrow_Click(Shared& store, PlannerState& view, const OptionsState& opt
     const QDate date = store.cur_date.addDays(index == 0 ? -step : step);
     store.cur_date = date;
     if (view.view_month) {
-        // The month planner refills itself here once it exists; it loads
-        // nothing when the step crosses a month end.
+        // Nothing is loaded, also when the step crosses a month end: the new
+        // month shows free days until the lists load it.
+        imageMonth_Click(s, w);
     } else if (view.view_week) {
-        // The week planner refills itself here once it exists.
+        imageWeek_Click(s, w);
     } else {
         view.vsSched.setRedraw(0);
         view.Cal.setRedraw(0);
@@ -347,14 +353,13 @@ void Cal_DblClick(Shared& store, const PlannerState& view, EditorState& editing,
     open_editor(editing, run);
 }
 
-bool Cal_KeyDown(Shared& store, PlannerState& view, const OptionsState& options,
-                 EditorState& editing, WindowPort& w, int key, bool shift) {
+bool Cal_KeyDown(AppState& s, WindowPort& w, int key, bool shift) {
     if (key == key_backtab || (key == key_tab && shift)) {
-        ImageArrow_Click(store, view, options, editing, w, 0);
+        ImageArrow_Click(s, w, 0);
         return true;
     }
     if (key == key_tab) {
-        ImageArrow_Click(store, view, options, editing, w, 1);
+        ImageArrow_Click(s, w, 1);
         return true;
     }
     return false;

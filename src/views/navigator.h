@@ -33,8 +33,7 @@ void month_changed(AppState& s, WindowPort& w);
 // Points the lists at `date`, loading its month when it differs from theirs.
 void sync_combos(Shared& store, PlannerState& view, const QDate& date);
 // The day arrows: 0 back, 1 forward (a week in the week planner).
-void ImageArrow_Click(Shared& store, PlannerState& view, const OptionsState& options,
-                      EditorState& editing, WindowPort& w, int index);
+void ImageArrow_Click(AppState& s, WindowPort& w, int index);
 // Tool-tips of the arrows, set as the mouse moves over them.
 void ImageArrow_MouseMove(PlannerState& view);
 void imgPriorMth_Click(AppState& s, WindowPort& w);
@@ -44,8 +43,7 @@ void Cal_Click(AppState& s, WindowPort& w, int row, int col);
 void Cal_DblClick(Shared& store, const PlannerState& view, EditorState& editing, RunState& run,
                   int row, int col);
 // Tab and Shift+Tab step a day; returns true when the key was used.
-bool Cal_KeyDown(Shared& store, PlannerState& view, const OptionsState& options,
-                 EditorState& editing, WindowPort& w, int key, bool shift);
+bool Cal_KeyDown(AppState& s, WindowPort& w, int key, bool shift);
 // A picture dropped on a day cell: shown there, left-centre, on the pick
 // colour; display only.
 void Cal_DragDrop(PlannerState& view, int row, int col, const QString& picture_key);

@@ -4,6 +4,7 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
 #include "views/status.h"
 
 namespace orva {
@@ -12,16 +13,21 @@ void report_failed_update(AppState& s) {
     // The file is as it was before the command; so must the tables be.
     (void)load_rmdrs(s, s.cur_date, s.cal_path, s.months_back);
     (void)load_appts(s, s.cur_date, s.cal_path, 0);
-    refresh_planner(s.store(), s.view(), s.options(), s.editing());
+    refresh_planner(s);
     show_status(s.store(), s.view());
     s.timer1_enabled = true;
     modal().message(couldnt_update_msg, MsgStyle::Critical);
 }
 
-void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
-                     EditorState& editing) {
-    // The week and month planners rebuild themselves once they exist.
-    if (view.view_month || view.view_week) return;
+void refresh_planner(AppState& s) {
+    if (s.view_month || s.view_week) {
+        refill_overview(s, s.window_port());
+        return;
+    }
+    const Shared& store = s.store();
+    PlannerState& view = s.view();
+    const OptionsState& options = s.options();
+    EditorState& editing = s.editing();
     Grid& g = view.vsSched;
     const int row = g.Row(), col = g.Col();
     rebuild_day(store, view, options, editing);

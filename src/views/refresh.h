@@ -14,10 +14,9 @@ namespace orva {
 // file lacks, and the user sees "Couldn't complete update". The tick runs
 // again; the status bar keeps its counts and does not say " Calendar Updated ".
 void report_failed_update(AppState& s);
-// After a change of the store: the planner that is up is rebuilt with the
-// cell that was current kept current.
-void refresh_planner(const Shared& store, PlannerState& view, const OptionsState& options,
-                     EditorState& editing);
+// After a change of the store: the planner that is up is rebuilt; in the day
+// planner the cell that was current stays current.
+void refresh_planner(AppState& s);
 
 inline const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 inline const QString couldnt_update_msg = QStringLiteral("Couldn't complete update");

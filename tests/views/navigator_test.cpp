@@ -485,7 +485,7 @@ TEST_F(Navigator, ArrowAcrossMonthEndLoadsThroughSyncCombos) {
     env.add(make_appt("04012026", "apr", "09:00", "April fool"));
     ASSERT_EQ(s.appt_count, 0);
     show_month();
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
+    ImageArrow_Click(s, env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 4, 1));
     EXPECT_EQ(s.edit_date, QDate(2026, 4, 1));
     EXPECT_EQ(s.Combo1.text(), "April");
@@ -504,7 +504,7 @@ TEST_F(Navigator, ArrowWithinTheMonthReadsNothing) {
     env.add(make_appt("03142026", "a", "09:00", "Dentist"));
     show_month();
     s.appt_row(1)->appt_text = QStringLiteral("Only in memory");
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
+    ImageArrow_Click(s, env.w, 0);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
     EXPECT_TRUE(s.vsSched.TextMatrix(19, 2).endsWith("Only in memory"));
 }
@@ -512,10 +512,10 @@ TEST_F(Navigator, ArrowWithinTheMonthReadsNothing) {
 TEST_F(Navigator, ArrowInWeekPlannerStepsAWeek) {
     show_month();
     s.view_week = true;
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
+    ImageArrow_Click(s, env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 22));
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 0);
+    ImageArrow_Click(s, env.w, 0);
+    ImageArrow_Click(s, env.w, 0);
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 8));
 }
 
@@ -524,16 +524,20 @@ TEST_F(Navigator, ArrowInMonthPlannerStepsADayAndLoadsNothing) {
     env.add(make_appt("04012026", "apr", "09:00", "April fool"));
     show_month();
     s.view_month = true;
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
+    ImageArrow_Click(s, env.w, 1);
     EXPECT_EQ(s.cur_date, QDate(2026, 4, 1));
-    EXPECT_EQ(s.Combo1.text(), "March");
+    // The lists follow the date, but no member is read: April shows free.
+    EXPECT_EQ(s.Combo1.text(), "April");
     EXPECT_EQ(s.appt_count, 0);
+    EXPECT_EQ(s.vsOvervw.TextMatrix(1, 3), " 1");
+    EXPECT_EQ(s.vsOvervw.TextMatrix(2, 3), "");
+    EXPECT_EQ(s.vsOvervw.Cell(CellSetting::Data, 2, 3).toString(), "04012026?");
 }
 
 TEST_F(Navigator, ArrowWithoutCalendarShowsPlainMessage) {
     show_month();
     s.cal_path.clear();
-    ImageArrow_Click(s.store(), s.view(), s.options(), s.editing(), env.w, 1);
+    ImageArrow_Click(s, env.w, 1);
     ASSERT_EQ(env.m.shown.size(), 1u);
     EXPECT_EQ(env.m.shown[0].text, " Select and Open a Calendar first");
     EXPECT_EQ(env.m.shown[0].style, MsgStyle::Plain);
@@ -561,14 +565,14 @@ TEST_F(Navigator, ArrowTipsFollowThePlanner) {
 
 TEST_F(Navigator, TabStepsForwardAndShiftTabBack) {
     show_month();
-    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_tab, false));
+    EXPECT_TRUE(Cal_KeyDown(s, env.w, key_tab, false));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 16));
-    EXPECT_TRUE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_tab, true));
+    EXPECT_TRUE(Cal_KeyDown(s, env.w, key_tab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 15));
     EXPECT_TRUE(
-        Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, key_backtab, true));
+        Cal_KeyDown(s, env.w, key_backtab, true));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
-    EXPECT_FALSE(Cal_KeyDown(s.store(), s.view(), s.options(), s.editing(), env.w, 0x41, false));
+    EXPECT_FALSE(Cal_KeyDown(s, env.w, 0x41, false));
     EXPECT_EQ(s.cur_date, QDate(2026, 3, 14));
 }
 

@@ -30,6 +30,44 @@ struct CellPaint {
     QColor highlight;
 };
 
+// The lines a text breaks into between words to fit `width`, no more than
+// `max_lines`; when it needs more, the last line shown ends in an ellipsis.
+// A word wider than a whole line is cut at the line's end.
+QStringList wrap_lines(const QString& text, const QFontMetrics& fm, int width, int max_lines) {
+    const auto fit = [&](const QString& t) {
+        return fm.horizontalAdvance(t) <= width ? t : fm.elidedText(t, Qt::ElideRight, width);
+    };
+    const QStringList words = text.split(QLatin1Char(' '));
+    QStringList lines;
+    QString line;
+    bool open = false; // `line` holds words not yet in `lines`
+    int next = 0;
+    while (next < words.size() && lines.size() < max_lines) {
+        const QString candidate = open ? line + QLatin1Char(' ') + words[next] : words[next];
+        if (!open || fm.horizontalAdvance(candidate) <= width) {
+            line = candidate;
+            open = true;
+            ++next;
+            continue;
+        }
+        lines << fit(line);
+        open = false;
+    }
+    if (open && lines.size() < max_lines) {
+        lines << fit(line);
+        open = false;
+    }
+    if ((open || next < words.size()) && !lines.isEmpty()) {
+        // Words are left over: the last line shown says so.
+        QString rest = lines.last();
+        if (open) rest += QLatin1Char(' ') + line;
+        for (int i = next; i < words.size(); ++i)
+            rest += QLatin1Char(' ') + words[i];
+        lines.last() = fm.elidedText(rest + QStringLiteral(" \u2026"), Qt::ElideRight, width);
+    }
+    return lines;
+}
+
 QFont cell_font(const GridModel& m, int r, int c) {
     return m.cell_data(r, c, Qt::FontRole).value<QFont>();
 }
@@ -108,12 +146,30 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     if (!text.isEmpty()) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
-        // A text wider than its room is cut at its end, where a reader
-        // expects it; centred, it would lose its start under the picture.
-        const QString shown = fm.horizontalAdvance(text) > text_rect.width()
-                                  ? fm.elidedText(text, Qt::ElideRight, text_rect.width())
-                                  : text;
-        p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, shown);
+        const int max_lines = fm.height() > 0 ? text_rect.height() / fm.height() : 1;
+        if (g.WordWrap() && max_lines > 1 && fm.horizontalAdvance(text) > text_rect.width()) {
+            // Whole words on as many lines as the cell holds.
+            const QStringList lines = wrap_lines(text, fm, text_rect.width(), max_lines);
+            const int block = int(lines.size()) * fm.height();
+            int y = text_rect.top();
+            if (text_align & Qt::AlignVCenter)
+                y += (text_rect.height() - block) / 2;
+            else if (text_align & Qt::AlignBottom)
+                y += text_rect.height() - block;
+            const Qt::Alignment across = text_align & Qt::AlignHorizontal_Mask;
+            for (const QString& line : lines) {
+                p.drawText(QRect(text_rect.left(), y, text_rect.width(), fm.height()),
+                           int(across | Qt::AlignVCenter) | Qt::TextSingleLine, line);
+                y += fm.height();
+            }
+        } else {
+            // A text wider than its room is cut at its end, where a reader
+            // expects it; centred, it would lose its start under the picture.
+            const QString shown = fm.horizontalAdvance(text) > text_rect.width()
+                                      ? fm.elidedText(text, Qt::ElideRight, text_rect.width())
+                                      : text;
+            p.drawText(text_rect, int(text_align) | Qt::TextSingleLine, shown);
+        }
     }
 
     // A block takes its outer sides from the cells on its edges; inner lines

@@ -12,8 +12,11 @@
 #include "views/day_layout.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
+#include "views/month_view.h"
 #include "views/navigator.h"
+#include "views/overview_layout.h"
 #include "views/status.h"
+#include "views/week_view.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,6 +31,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
+#include <QStyle>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTextEdit>
@@ -53,8 +57,8 @@ QString css(Color c) {
 }
 
 // The designed colours of the page, those of the standard skin: a teal band
-// with pale green text over a grey tool strip.
-constexpr Color band_back = rgb(0, 128, 128);
+// (PlannerState::label1_back_color) with pale green text over a grey tool
+// strip.
 constexpr Color band_text = rgb(192, 255, 192);
 constexpr Color strip_back = rgb(98, 98, 98);
 constexpr Color strip_text = rgb(0, 255, 0);
@@ -80,6 +84,9 @@ template <typename F> void frmCal::run(F&& f) {
 
 frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state) {
     init_resources();
+    s_.window = this;
+    // The month and week grid is hidden until one of them is chosen.
+    s_.ctl(QStringLiteral("vsOvervw")).visible = false;
     setObjectName(QStringLiteral("frmCal"));
     setAccessibleDescription(QStringLiteral("frmCal"));
     setWindowTitle(QStringLiteral("Orva Calendar"));
@@ -88,6 +95,7 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
     build_page();
     build_menus();
     connect_day_grid();
+    connect_overview();
     connect_navigator();
     connect_pane();
 
@@ -110,8 +118,9 @@ void frmCal::sync_timer() {
 
 frmCal::~frmCal() {
     // The grids belong to the shared module, which may outlive the window.
-    for (GridWidget* g : {vsSched, Cal, vsDtl})
+    for (GridWidget* g : {vsSched, vsOvervw, Cal, vsDtl})
         if (g) g->setGrid(nullptr);
+    if (s_.window == this) s_.window = nullptr;
 }
 
 QToolButton* frmCal::tool(QWidget* parent, const QString& n, const QString& caption,
@@ -141,19 +150,27 @@ void frmCal::build_page() {
     Label1->setAutoFillBackground(true);
     Label1->setStyleSheet(
         QStringLiteral("QLabel#Label1 { background: %1; color: %2; padding-left: 8px; }")
-            .arg(css(band_back), css(band_text)));
+            .arg(css(s_.label1_back_color), css(band_text)));
 
     Frame3 = new QFrame(page_);
     name_control(Frame3, QStringLiteral("Frame3"), QStringLiteral("Tools"));
     Frame3->setStyleSheet(
         QStringLiteral("QFrame#Frame3 { background: %1; } QToolButton { color: %2; }")
             .arg(css(strip_back), css(strip_text)));
-    auto* strip = new QHBoxLayout(Frame3);
+    auto* strip = new QBoxLayout(QBoxLayout::LeftToRight, Frame3);
+    strip_ = strip;
     strip->setContentsMargins(6, 0, 6, 0);
     strip->setSpacing(2);
     strip->addWidget(tool(Frame3, QStringLiteral("imageDay"), QStringLiteral("Day"),
                           QStringLiteral("Daily planner"), QStringLiteral("view-calendar-day"),
                           QStringLiteral("\U0001F4C5")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imageWeek"), QStringLiteral("Wk"),
+                          QStringLiteral("weekly planner"), QStringLiteral("view-calendar-week"),
+                          QStringLiteral("\U0001F5D3\uFE0F")));
+    // "montly" is the tool-tip as the program always had it.
+    strip->addWidget(tool(Frame3, QStringLiteral("imageMonth"), QStringLiteral("Mth"),
+                          QStringLiteral("montly calendar"), QStringLiteral("view-calendar-month"),
+                          QStringLiteral("\U0001F4C6")));
     // The two names are crossed with what they do: imageReminder adds,
     // imageClock deletes.
     strip->addWidget(tool(Frame3, QStringLiteral("imageReminder"), QStringLiteral("Add"),
@@ -175,6 +192,12 @@ void frmCal::build_page() {
     name_control(vsSched, QStringLiteral("vsSched"), QStringLiteral("Day planner"));
     vsSched->setGrid(&s_.vsSched);
     vsSched->set_picture_provider(planner_pictures());
+
+    vsOvervw = new GridWidget(page_);
+    name_control(vsOvervw, QStringLiteral("vsOvervw"), QStringLiteral("Month planner"));
+    vsOvervw->setGrid(&s_.vsOvervw);
+    vsOvervw->set_picture_provider(planner_pictures());
+    vsOvervw->hide();
 
     tool(page_, QStringLiteral("imgPriorMth"), QString(), QStringLiteral("Prior Month"),
          QStringLiteral("go-previous"), QStringLiteral("\u23EA"));
@@ -316,7 +339,10 @@ void frmCal::build_menus() {
     connect(mnuTips, &QAction::triggered, this, [this] {
         run([this] {
             s_.menus.mnuTips = !s_.menus.mnuTips;
-            if (!s_.menus.mnuTips) s_.vsSched.setToolTipText(QString());
+            if (!s_.menus.mnuTips) {
+                s_.vsSched.setToolTipText(QString());
+                s_.vsOvervw.setToolTipText(QString());
+            }
             save_options(s_.store(), s_.view(), s_.options(), *this);
         });
         sync_menus();
@@ -324,7 +350,9 @@ void frmCal::build_menus() {
     connect(mnuShowTimes, &QAction::triggered, this, [this] {
         run([this] {
             s_.menus.mnuShowTimes = !s_.menus.mnuShowTimes;
-            if (s_.view_day)
+            if (s_.view_month || s_.view_week)
+                refill_overview(s_, *this);
+            else if (s_.view_day)
                 imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
         });
         sync_menus();
@@ -385,6 +413,34 @@ void frmCal::connect_day_grid() {
     vsSched->installEventFilter(this);
 }
 
+void frmCal::connect_overview() {
+    connect(vsOvervw, &GridWidget::cellClicked, this,
+            [this](int r, int c) { run([&] { vsOvervw_Click(s_, *this, r, c); }); });
+    connect(vsOvervw, &GridWidget::cellDoubleClicked, this,
+            [this](int r, int c) { run([&] { vsOvervw_DblClick(s_, r, c); }); });
+    connect(vsOvervw, &GridWidget::beforeEdit, this, [this](int r, int c, bool* cancel) {
+        run([&] { *cancel = vsOvervw_BeforeEdit(s_, r, c); });
+    });
+    connect(vsOvervw, &GridWidget::afterEdit, this, [this](int r, int c, const QString&) {
+        run([&] { vsOvervw_AfterEdit(s_, *this, r, c); });
+    });
+    connect(vsOvervw, &GridWidget::keyDown, this,
+            [this](int, int, int key, Qt::KeyboardModifiers, bool* swallow) {
+                if (key != Qt::Key_Delete) return;
+                run([&] { *swallow = vsOvervw_KeyDown(s_, key); });
+            });
+    connect(vsOvervw, &GridWidget::mouseMoved, this,
+            [this](int r, int c, Qt::MouseButtons b, Qt::KeyboardModifiers) {
+                vsOvervw_MouseMove(s_.store(), s_.view(), s_.options(), int(b), r, c);
+                vsOvervw->setToolTip(s_.vsOvervw.ToolTipText());
+            });
+    connect(vsOvervw, &GridWidget::rightClicked, this, [this](int r, int c, const QPoint& at) {
+        // The pop-up's commands act on the line it was opened on.
+        if (r >= 0 && c >= 0) s_.vsOvervw.Select(r, c);
+        mnuEdit->popup(at);
+    });
+}
+
 void frmCal::connect_navigator() {
     const auto clicked = [this](const char* n, auto f) {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
@@ -392,13 +448,15 @@ void frmCal::connect_navigator() {
     };
     clicked("imageDay",
             [this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
+    clicked("imageWeek", [this] { imageWeek_Click(s_, *this); });
+    clicked("imageMonth", [this] { imageMonth_Click(s_, *this); });
     clicked("imageReminder", [this] { imageReminder_Click(s_); });
     clicked("imageClock", [this] { imageClock_Click(s_); });
     clicked("ImageArrow0", [this] {
-        ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 0);
+        ImageArrow_Click(s_, *this, 0);
     });
     clicked("ImageArrow1", [this] {
-        ImageArrow_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this, 1);
+        ImageArrow_Click(s_, *this, 1);
     });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
     clicked("imgNextMth", [this] { imgNextMth_Click(s_, *this); });
@@ -426,7 +484,7 @@ void frmCal::connect_navigator() {
                 const bool back = key == Qt::Key_Backtab;
                 if (key != Qt::Key_Tab && !back) return;
                 run([&] {
-                    *swallow = Cal_KeyDown(s_.store(), s_.view(), s_.options(), s_.editing(), *this,
+                    *swallow = Cal_KeyDown(s_, *this,
                                            Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
                 });
             });
@@ -521,15 +579,33 @@ void frmCal::sync_controls() {
     }
     show_combo_list(Combo1, s_.Combo1);
     show_combo_list(Combo2, s_.Combo2);
-    for (GridWidget* g : {vsSched, Cal})
+    for (GridWidget* g : {vsSched, vsOvervw, Cal})
         g->setToolTip(g->grid() ? g->grid()->ToolTipText() : QString());
+    const QString planner = s_.view_week ? QStringLiteral("Week planner")
+                                         : QStringLiteral("Month planner");
+    if (vsOvervw->accessibleName() != planner) vsOvervw->setAccessibleName(planner);
 }
 
 CalendarHooks frmCal::calendar_hooks() {
     CalendarHooks h;
     h.load_options = [this] { load_options(s_.store(), s_.view(), s_.options(), s_.run(), *this); };
     h.rebuild_view = [this] {
-        if (s_.view_day) imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
+        // After File Open the new calendar's options have cleared the view
+        // flags: the view they name comes up.
+        const bool named = !s_.view_day && !s_.view_month && !s_.view_week;
+        const bool month = s_.view_month || (named && s_.start_view == u"mthvw");
+        const bool week = s_.view_week || (named && !month && s_.start_view == u"weekvw");
+        if (month || week) {
+            s_.vsOvervw.setRows(0);
+            s_.vsSortGrid.setRows(0);
+            if (month)
+                imageMonth_Click(s_, *this);
+            else
+                imageWeek_Click(s_, *this);
+            return;
+        }
+        if (s_.view_day || named)
+            imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
         layout_view();
         save_options(s_.store(), s_.view(), s_.options(), *this);
     };
@@ -655,7 +731,45 @@ void frmCal::layout_view() {
     if (!page_) return;
     const double tx = twips_per_pixel_x(), ty = twips_per_pixel_y();
     const QSize area = page_->size();
-    const Placement p = layout_day(qRound(area.width() * tx), qRound(area.height() * ty));
+    const int width = qRound(area.width() * tx), height = qRound(area.height() * ty);
+    if (s_.view_month || s_.view_week) {
+        const Placement p = s_.view_week ? layout_week(width, height) : layout_month(width, height);
+        strip_->setDirection(s_.view_week ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+        strip_->setContentsMargins(6, s_.view_week ? 6 : 0, 6, 0);
+        for (const auto& [n, r] : p)
+            if (QWidget* w = findChild<QWidget*>(n)) w->setGeometry(to_px(r));
+        // The planners keep an allowance off the grid's size for its frame
+        // and scroll bars; the widget's inner size has them off already, so
+        // the allowance is given back and the cells fill the page. A few
+        // twips a row and column are kept, so cells rounded to pixels still
+        // fit.
+        const int frame_px = 2 * vsOvervw->frameWidth();
+        const int bar = qRound(
+            vsOvervw->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, vsOvervw) * tx);
+        const int inner_w = qRound((vsOvervw->width() - frame_px) * tx);
+        const int inner_h = qRound((vsOvervw->height() - frame_px) * ty);
+        const int rows = std::max(s_.vsOvervw.Rows(), 1);
+        const int cols = std::max(s_.vsOvervw.Cols(), 1);
+        Placement extents = p;
+        QRect& e = extents[QStringLiteral("vsOvervw")];
+        e.setWidth(inner_w - cols * 8 + overvw_allowance);
+        e.setHeight(inner_h - rows * 8 + (s_.view_week ? 0 : overvw_allowance));
+        apply_overview_extents(s_, s_, extents);
+        int rows_height = 0;
+        for (int r = 0; r < s_.vsOvervw.Rows(); ++r)
+            rows_height += s_.vsOvervw.RowHeight(r);
+        if (rows_height > inner_h) {
+            // Rows at their least height run past the page: the columns
+            // stand beside the vertical scroll bar.
+            e.setWidth(inner_w - cols * 8 + overvw_allowance - bar);
+            apply_overview_extents(s_, s_, extents);
+        }
+        vsOvervw->refresh();
+        return;
+    }
+    strip_->setDirection(QBoxLayout::LeftToRight);
+    strip_->setContentsMargins(6, 0, 6, 0);
+    const Placement p = layout_day(width, height);
     for (const auto& [n, r] : p) {
         QWidget* w = n == u"Frame2" ? Frame2 : findChild<QWidget*>(n);
         if (w) w->setGeometry(to_px(r));

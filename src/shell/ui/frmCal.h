@@ -19,6 +19,7 @@
 #include <QMainWindow>
 
 class QAction;
+class QBoxLayout;
 class QComboBox;
 class QFrame;
 class QGroupBox;
@@ -82,6 +83,7 @@ class frmCal final : public QMainWindow, public WindowPort {
     void build_page();
     void build_menus();
     void connect_day_grid();
+    void connect_overview();
     void connect_navigator();
     void connect_pane();
     void mnuExit_Click();
@@ -100,7 +102,9 @@ class frmCal final : public QMainWindow, public WindowPort {
     QWidget* page_ = nullptr;
     QLabel* Label1 = nullptr;
     QFrame* Frame3 = nullptr;
+    QBoxLayout* strip_ = nullptr; // Frame3's pictures: a line, upright in the week planner
     GridWidget* vsSched = nullptr;
+    GridWidget* vsOvervw = nullptr; // the month and week planners
     GridWidget* Cal = nullptr;
     QComboBox* Combo1 = nullptr;
     QComboBox* Combo2 = nullptr;
