@@ -147,8 +147,8 @@ std::vector<appt_rec> busy_month() {
     std::vector<appt_rec> out;
     int n = 0;
     for (const Item& i : items)
-        out.push_back(entry(QDate(2026, 11, i.day), QStringLiteral("N%1").arg(++n, 4, 10,
-                                                                             QLatin1Char('0')),
+        out.push_back(entry(QDate(2026, 11, i.day),
+                            QStringLiteral("N%1").arg(++n, 4, 10, QLatin1Char('0')),
                             QString::fromLatin1(i.start), QString::fromLatin1(i.end),
                             QString::fromLatin1(i.text), QString::fromLatin1(i.type)));
     return out;
@@ -159,9 +159,9 @@ std::vector<appt_rec> daily_series() {
     std::vector<appt_rec> out;
     const QDate last(2026, 11, 30);
     for (QDate d = last.addYears(-15).addDays(1); d <= last; d = d.addDays(1)) {
-        appt_rec r = entry(d, QStringLiteral("S0000000001"), QStringLiteral("07:00"),
-                           QStringLiteral("07:15"), QStringLiteral("Vitamins"),
-                           QStringLiteral("Alarm"));
+        appt_rec r =
+            entry(d, QStringLiteral("S0000000001"), QStringLiteral("07:00"),
+                  QStringLiteral("07:15"), QStringLiteral("Vitamins"), QStringLiteral("Alarm"));
         r.appt_first_date = last.addYears(-15).addDays(1).toString(QStringLiteral("MMddyyyy"));
         r.appt_occurs = QStringLiteral("1 ");
         r.appt_until = last.toString(QStringLiteral("MM/dd/yy"));
@@ -203,8 +203,10 @@ void fill_days(AppState& s, int per_day) {
             if (!r) return;
             const QDate day(2026, 3, d);
             const QTime at = QTime(8, 0).addSecs(60 * 25 * k);
-            *r = entry(day, QStringLiteral("%1%2").arg(d, 2, 10, QLatin1Char('0')).arg(k, 10, 10,
-                                                                                      QLatin1Char('0')),
+            *r = entry(day,
+                       QStringLiteral("%1%2")
+                           .arg(d, 2, 10, QLatin1Char('0'))
+                           .arg(k, 10, 10, QLatin1Char('0')),
                        at.toString(QStringLiteral("HH:mm")),
                        at.addSecs(3600).toString(QStringLiteral("HH:mm")),
                        QStringLiteral("Entry %1").arg(k), QStringLiteral("Car"));
@@ -251,8 +253,8 @@ int main(int argc, char** argv) {
     QTemporaryDir dir;
     auto s = std::make_unique<AppState>();
     s->app_path = dir.path();
-    s->cal_path = argc > 1 ? QString::fromLocal8Bit(argv[1])
-                           : dir.filePath(QStringLiteral("calendar.cal"));
+    s->cal_path =
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : dir.filePath(QStringLiteral("calendar.cal"));
     s->cur_date = clock.today();
     s->today_day = s->cur_date.day();
     s->grid_font_name = QStringLiteral("DejaVu Sans");

@@ -6,8 +6,8 @@
 #include "views/day_view.h"
 #include "views/detail_pane.h"
 #include "views/month_view.h"
-#include "views/week_view.h"
 #include "views/navigator.h"
+#include "views/week_view.h"
 
 namespace orva {
 

@@ -86,7 +86,7 @@ struct PlannerState {
     // (1-based), its length, and whether there is one.
     qint16 ptrPos = 0, ptr_len = 0;
     bool ptr_found = false;
-    QDate week_start, week_end;      // Monday and Sunday of the week shown
+    QDate week_start, week_end;       // Monday and Sunday of the week shown
     std::array<qint16, 8> week_row{}; // last row used, by weekday number 1 (Sunday) .. 7
     int srtwkday = 0;                 // weekday number of the line in hand
 };

@@ -262,8 +262,8 @@ void imageMonth_Click(AppState& s, WindowPort& w) {
     g.Select(int(s.sel_mth_row), int(s.sel_mth_col));
 
     s.month_appts = s.appt_count;
-    const QString label = QLocale().monthName(cur.month()) + QStringLiteral("   ") +
-                          QString::number(cur.year());
+    const QString label =
+        QLocale().monthName(cur.month()) + QStringLiteral("   ") + QString::number(cur.year());
     s.ctl(QStringLiteral("Label1")).text = label;
     w.show_long_date(label);
     show_status(s.store(), s.view());
@@ -404,14 +404,26 @@ void resize_mth_grd(PlannerState& view, const OptionsState& options) {
         g.setRowHeight(r, h);
 }
 
-void vsOvervw_Click(AppState& s, WindowPort& w, int row, int col) {
-    Grid& g = s.vsOvervw;
+namespace {
+void follow_line(PlannerState& view, int row, int col) {
+    Grid& g = view.vsOvervw;
     const QString d = in_grid(g, row, col) ? data_of(g, row, col) : QString();
     const QString text = in_grid(g, row, col) ? g.TextMatrix(row, col) : QString();
     const bool entry = !d.isEmpty() && !text.isEmpty();
     for (const char* n : {"mnuCopy", "mnuEditA", "mnudelete"})
-        s.ctl(QString::fromLatin1(n)).enabled = entry;
+        view.ctl(QString::fromLatin1(n)).enabled = entry;
     if (in_grid(g, row, col)) g.Select(row, col);
+}
+} // namespace
+
+void vsOvervw_RightClick(PlannerState& view, int row, int col) {
+    follow_line(view, row, col);
+}
+
+void vsOvervw_Click(AppState& s, WindowPort& w, int row, int col) {
+    Grid& g = s.vsOvervw;
+    const QString text = in_grid(g, row, col) ? g.TextMatrix(row, col) : QString();
+    follow_line(s, row, col);
     const QDate day = text_to_date(cell_date(g));
     if (text == more_text) {
         // The day opens with all its entries.

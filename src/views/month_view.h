@@ -68,6 +68,9 @@ void resize_mth_grd(PlannerState& view, const OptionsState& options);
 // Events of vsOvervw in either planner, with grid rows and columns.
 void vsOvervw_Click(AppState& s, WindowPort& w, int row, int col);
 void vsOvervw_DblClick(AppState& s, int row, int col);
+// The right button on a cell: the cell becomes the selected one and the Edit
+// commands follow it as after a click, so the pop-up acts on that line.
+void vsOvervw_RightClick(PlannerState& view, int row, int col);
 // Returns true when the edit is to be cancelled.
 bool vsOvervw_BeforeEdit(AppState& s, int row, int col);
 // A text typed into a free line (or over a day number) becomes a one-time

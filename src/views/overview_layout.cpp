@@ -36,8 +36,7 @@ Placement layout_month(int width, int height) {
     Placement p;
     p[QStringLiteral("Label1")] = QRect(0, 0, w, band_height);
     p[QStringLiteral("Frame3")] = QRect(0, strip_top, w, strip_height);
-    month_controls(p, w - margin - controls_width,
-                   strip_top + (strip_height - control_height) / 2);
+    month_controls(p, w - margin - controls_width, strip_top + (strip_height - control_height) / 2);
     p[QStringLiteral("vsOvervw")] = QRect(0, sched_top, w - right_margin, h - sched_top - margin);
     return p;
 }
@@ -50,8 +49,8 @@ Placement layout_week(int width, int height) {
     p[QStringLiteral("Frame3")] =
         QRect(w - week_strip_width, strip_top, week_strip_width, h - strip_top);
     month_controls(p, margin, strip_top + (strip_height - control_height) / 2);
-    p[QStringLiteral("vsOvervw")] = QRect(0, sched_top, w - week_strip_width - right_margin,
-                                          h - sched_top - margin);
+    p[QStringLiteral("vsOvervw")] =
+        QRect(0, sched_top, w - week_strip_width - right_margin, h - sched_top - margin);
     return p;
 }
 

@@ -98,9 +98,9 @@ void write_line(const Shared& store, PlannerState& view, const OptionsState& opt
     } else {
         // Five or six blanks: a line without a picture starts its text where
         // a line with one does.
-        shown = times ? QStringLiteral("     ") + ampm_of(a->appt_start) + QStringLiteral("   ") +
-                            text
-                      : QStringLiteral("      ") + text;
+        shown =
+            times ? QStringLiteral("     ") + ampm_of(a->appt_start) + QStringLiteral("   ") + text
+                  : QStringLiteral("      ") + text;
     }
     g.setTextMatrix(row, col, shown);
     g.setCell(CellSetting::Data, row, col,
@@ -263,8 +263,8 @@ void imageWeek_Click(AppState& s, WindowPort& w) {
         s.srtwkday = wd;
         bool overflow = false;
         const int row = line_row(s.view(), wd, overflow);
-        write_line(s.store(), s.view(), s.options(), row, week_col(wd),
-                   sg.TextMatrix(r, 3).toInt(), overflow);
+        write_line(s.store(), s.view(), s.options(), row, week_col(wd), sg.TextMatrix(r, 3).toInt(),
+                   overflow);
         yield_events();
     }
 

@@ -41,7 +41,6 @@ void setup_week_grid(PlannerState& view);
 // to the week layout when another planner was up, and saves the options.
 void imageWeek_Click(AppState& s, WindowPort& w);
 
-inline const QString srtwkday_zero_text =
-    QStringLiteral(" srtwkday is zero because appt date = ");
+inline const QString srtwkday_zero_text = QStringLiteral(" srtwkday is zero because appt date = ");
 
 } // namespace orva

@@ -2,16 +2,16 @@
 #include "grid/ui/grid_model.h"
 #include "grid/ui/grid_widget.h"
 #include "shell/single_instance.h"
+#include "shell/tick.h"
 #include "shell/ui/frmCal.h"
 #include "store/calendar_file.h"
 #include "store/store_fixtures.h"
 #include "support/accessible.h"
 #include "support/scripted_modal.h"
-#include "shell/tick.h"
 #include "views/day_view.h"
 #include "views/month_view.h"
-#include "views/week_view.h"
 #include "views/status.h"
+#include "views/week_view.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -28,6 +28,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <gtest/gtest.h>
 
@@ -49,8 +50,8 @@ class Planners : public ::testing::Test {
         add("215", "08:00", "09:00", "Gym", "", "11022026");
     }
     // One more entry on the day, written to the calendar before launch().
-    void add(const char* id, const char* start, const char* end, const char* text,
-             const char* type, const char* day = "11212026") {
+    void add(const char* id, const char* start, const char* end, const char* text, const char* type,
+             const char* day = "11212026") {
         Shared seed;
         seed.app_path = dir.path();
         seed.cal_path = dir.filePath("calendar.cal");
@@ -307,6 +308,53 @@ TEST_F(Planners, MonthLineTipShowsTheWholeEntryWhileTipsAreOn) {
     QTest::mouseMove(overvw()->viewport(), overvw()->viewport()->mapFrom(overvw(), cell.center()));
     QApplication::processEvents();
     EXPECT_EQ(overvw()->toolTip(), "01:00 pm - 05:30 pm  Hike up the hill");
+}
+
+TEST_F(Planners, FileNewAndOpenShowThePlannerThatIsUpAndTheOneTheOptionsName) {
+    launch();
+    click("imageMonth");
+    const QString first = s().cal_path;
+    const QString fresh = dir.filePath("fresh.cal");
+    m.file_answers.push_back(fresh);
+    find<QAction>("mnuNew")->trigger();
+    QApplication::processEvents();
+    EXPECT_EQ(s().cal_path, fresh);
+    EXPECT_TRUE(s().view_month);
+    EXPECT_TRUE(overvw()->isVisible());
+    EXPECT_EQ(s().vsOvervw.TextMatrix(11, 6), " 21");
+    EXPECT_EQ(s().vsOvervw.TextMatrix(13, 6), ""); // the new calendar is empty
+
+    click("imageWeek");
+    m.file_answers.push_back(first);
+    find<QAction>("mnuOpen")->trigger();
+    QApplication::processEvents();
+    overvw()->refresh();
+    // The first calendar's options were saved with the month up.
+    EXPECT_EQ(s().cal_path, first);
+    EXPECT_TRUE(s().view_month);
+    EXPECT_FALSE(s().view_week);
+    EXPECT_EQ(s().vsOvervw.TextMatrix(13, 6), "9:00 am   Dentist");
+}
+
+TEST_F(Planners, RightButtonPopUpActsOnTheLineItWasOpenedOn) {
+    launch();
+    click("imageMonth");
+    s().vsOvervw.Select(7, 2); // a free line elsewhere
+    overvw()->refresh();
+    const QRect cell = overvw()->cell_rect(13, 6);
+    const QPoint at = overvw()->viewport()->mapFrom(overvw(), cell.center());
+    QTimer::singleShot(0, [] {
+        if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+    });
+    QTest::mousePress(overvw()->viewport(), Qt::RightButton, {}, at);
+    QApplication::processEvents();
+    EXPECT_EQ(s().vsOvervw.Row(), 13);
+    EXPECT_EQ(s().vsOvervw.Col(), 6);
+    m.answers.push_back(Answer::No);
+    find<QAction>("mnudelete")->trigger();
+    ASSERT_NE(m.last(u"question"), nullptr);
+    EXPECT_EQ(m.last(u"question")->text, "Confirm delete of appointment: 'Dentist' ?");
+    EXPECT_EQ(member("c2611.cal").size(), 5 * 477);
 }
 
 // The page at the two usual screen sizes: the grid fills the width under the

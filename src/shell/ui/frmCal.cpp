@@ -31,8 +31,8 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QStyle>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTabBar>
 #include <QTextEdit>
 #include <QTimer>
@@ -436,7 +436,7 @@ void frmCal::connect_overview() {
             });
     connect(vsOvervw, &GridWidget::rightClicked, this, [this](int r, int c, const QPoint& at) {
         // The pop-up's commands act on the line it was opened on.
-        if (r >= 0 && c >= 0) s_.vsOvervw.Select(r, c);
+        run([&] { vsOvervw_RightClick(s_, r, c); });
         mnuEdit->popup(at);
     });
 }
@@ -452,12 +452,8 @@ void frmCal::connect_navigator() {
     clicked("imageMonth", [this] { imageMonth_Click(s_, *this); });
     clicked("imageReminder", [this] { imageReminder_Click(s_); });
     clicked("imageClock", [this] { imageClock_Click(s_); });
-    clicked("ImageArrow0", [this] {
-        ImageArrow_Click(s_, *this, 0);
-    });
-    clicked("ImageArrow1", [this] {
-        ImageArrow_Click(s_, *this, 1);
-    });
+    clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
+    clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
     clicked("imgNextMth", [this] { imgNextMth_Click(s_, *this); });
     for (const char* n : {"ImageArrow0", "ImageArrow1"})
@@ -484,8 +480,8 @@ void frmCal::connect_navigator() {
                 const bool back = key == Qt::Key_Backtab;
                 if (key != Qt::Key_Tab && !back) return;
                 run([&] {
-                    *swallow = Cal_KeyDown(s_, *this,
-                                           Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
+                    *swallow =
+                        Cal_KeyDown(s_, *this, Qt::Key_Tab, back || (mods & Qt::ShiftModifier));
                 });
             });
 }
@@ -581,8 +577,8 @@ void frmCal::sync_controls() {
     show_combo_list(Combo2, s_.Combo2);
     for (GridWidget* g : {vsSched, vsOvervw, Cal})
         g->setToolTip(g->grid() ? g->grid()->ToolTipText() : QString());
-    const QString planner = s_.view_week ? QStringLiteral("Week planner")
-                                         : QStringLiteral("Month planner");
+    const QString planner =
+        s_.view_week ? QStringLiteral("Week planner") : QStringLiteral("Month planner");
     if (vsOvervw->accessibleName() != planner) vsOvervw->setAccessibleName(planner);
 }
 
