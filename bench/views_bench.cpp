@@ -44,24 +44,10 @@ class SilentModal final : public Modal {
 };
 
 // The window as the planners see it: a 1280x800 frame at 96 dpi.
-class BenchWindow final : public WindowPort {
+class BenchWindow final : public NoWindow {
   public:
     QRect work_area() const override { return {0, 0, 1280 * 15, 770 * 15}; }
     QRect frame() const override { return {0, 0, 1280 * 15, 800 * 15}; }
-    void move_to(const QRect&) override {}
-    int window_state() const override { return 0; }
-    void set_window_state(int) override {}
-    bool status_bar_visible() const override { return true; }
-    void set_status_bar_visible(bool) override {}
-    double twips_per_pixel_x() const override { return 15; }
-    double twips_per_pixel_y() const override { return 15; }
-    void layout_view() override {}
-    void show_day_view() override {}
-    void show_long_date(const QString&) override {}
-    void set_busy(bool) override {}
-    bool hide_to_tray() override { return false; }
-    void sync_menus() override {}
-    void end_program() override {}
 };
 
 void must(int e, const char* what) {

@@ -32,7 +32,7 @@ class WindowPort {
 
 // A window that is not there: it has no frame (so an options save keeps the
 // stored placement), places nothing and shows nothing.
-class NoWindow final : public WindowPort {
+class NoWindow : public WindowPort {
   public:
     QRect work_area() const override { return {}; }
     QRect frame() const override { return {}; }

@@ -31,8 +31,7 @@ void fonts_to_grids(PlannerState& view, const OptionsState& options) {
         bool ok = false;
         const double size = options.grid_font_size.toDouble(&ok);
         if (ok && size > 0) g->setFontSize(size);
-        const qulonglong color = options.grid_font_color.toULongLong(&ok);
-        if (ok) g->setForeColor(Color(color));
+        if (const auto color = font_color(options)) g->setForeColor(*color);
         g->setFontBold(options.grid_font_bold);
         g->setFontItalic(options.grid_font_italic);
     }

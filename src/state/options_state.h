@@ -4,6 +4,7 @@
 #include "grid/grid.h"
 
 #include <QString>
+#include <optional>
 
 namespace orva {
 
@@ -26,5 +27,13 @@ struct OptionsState {
     int form_state = 0;           // 0 normal, 1 minimised, 2 maximised
     QString work_start, work_end; // "8:00:00 AM", "5:00:00 PM"
 };
+
+// The options' font colour; none when its text is no number.
+inline std::optional<Color> font_color(const OptionsState& options) {
+    bool ok = false;
+    const qulonglong c = options.grid_font_color.trimmed().toULongLong(&ok);
+    if (!ok) return std::nullopt;
+    return Color(c);
+}
 
 } // namespace orva

@@ -9,10 +9,6 @@
 namespace orva {
 namespace {
 
-constexpr int min_width = 12000;
-constexpr int min_height = 7800;
-constexpr int strip_top = band_height;
-constexpr int strip_height = sched_top - band_height - 30;
 constexpr int month_row_height = 360;
 constexpr int cal_height = 2760;
 constexpr int tab_height = 380;
@@ -27,8 +23,8 @@ constexpr int dtl_chrome = 360;
 } // namespace
 
 Placement layout_day(int width, int height) {
-    const int w = std::max(width, min_width);
-    const int h = std::max(height, min_height);
+    const int w = std::max(width, page_min_width);
+    const int h = std::max(height, page_min_height);
     Placement p;
     p[QStringLiteral("Label1")] = QRect(0, 0, w, band_height);
     p[QStringLiteral("Frame3")] = QRect(0, strip_top, w, strip_height);

@@ -16,6 +16,11 @@ using Placement = std::map<QString, QRect>;
 inline constexpr int band_height = 420; // Label1's band
 inline constexpr int sched_top = 1080;  // vsSched
 inline constexpr int sched_left = 24;
+// Every page keeps at least this size; a smaller window scrolls off.
+inline constexpr int page_min_width = 12000, page_min_height = 7800;
+// The tool strip (Frame3) under the band.
+inline constexpr int strip_top = band_height;
+inline constexpr int strip_height = sched_top - band_height - 30;
 inline constexpr int side_width = 4700; // navigator, tab strip and pane, at least
 inline constexpr int margin = 120;
 // vsDtl as designed; its rows are computed from this extent, and the control

@@ -29,14 +29,6 @@ QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
 }
 
-// Format(t, "h:mm am/pm") on a field: a text that is no time comes back as it
-// stands, so an untimed entry's five blanks stay blanks.
-QString format_field_ampm(const QString& field, bool two_digit_hour) {
-    const QTime t = hhmm_to_time(field);
-    if (!t.isValid()) return field;
-    return two_digit_hour ? format_hh_mm_ampm(t) : format_h_mm_ampm(t);
-}
-
 // The text a block shows: with "Show Times" the start in front, `gap` blanks
 // apart (three for a fill, four for a typed entry, as the program always had).
 QString block_text(const OptionsState& options, const QString& start, const QString& text,
@@ -115,6 +107,12 @@ QString format_hh_mm_ampm(const QTime& t) {
         .arg(t.hour() < 12 ? QStringLiteral("am") : QStringLiteral("pm"));
 }
 
+QString format_field_ampm(const QString& field, bool two_digit_hour) {
+    const QTime t = hhmm_to_time(field);
+    if (!t.isValid()) return field;
+    return two_digit_hour ? format_hh_mm_ampm(t) : format_h_mm_ampm(t);
+}
+
 QString long_date_label(const QDate& d) {
     return QStringLiteral("  ") + QLocale().toString(d, QLocale::LongFormat);
 }
@@ -152,9 +150,7 @@ void apply_grid_font(const OptionsState& options, Grid& g) {
 
 void set_sched_font(PlannerState& view, const OptionsState& options) {
     apply_grid_font(options, view.vsSched);
-    bool ok = false;
-    const qulonglong fore = options.grid_font_color.toULongLong(&ok);
-    if (ok) view.vsSched.setForeColor(Color(fore));
+    if (const auto fore = font_color(options)) view.vsSched.setForeColor(*fore);
 }
 
 void build_day_rows(PlannerState& view, const OptionsState& options) {
@@ -408,9 +404,7 @@ void quick_appt_rec(Shared& store, const PlannerState& view, int index, const QS
                     int col) {
     appt_rec* a = store.appt_row(index);
     if (!a) return;
-    const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
-    a->appt_first_date = day;
-    a->appt_date = day;
+    fill_quick_row(*a, store.cur_date, id, view.vsSched.TextMatrix(row, col));
     if (row == 0) {
         a->appt_start.blank();
         a->appt_end.blank();
@@ -430,23 +424,32 @@ void quick_appt_rec(Shared& store, const PlannerState& view, int index, const QS
             a->appt_end = hhmm;
         }
     }
-    a->appt_id = id;
-    a->appt_text = view.vsSched.TextMatrix(row, col);
-    a->appt_type = QStringLiteral("0");
-    a->appt_occurs = number_field(0);
-    a->appt_occurs_month = QStringLiteral("0");
-    a->appt_occurs_every = number_field(0);
-    a->appt_until = store.cur_date.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
-    a->appt_rem_lead = number_field(0);
-    a->appt_rem_unit = number_field(0);
-    a->appt_rem_anim = number_field(1);
-    a->appt_rem_text.blank();
-    a->appt_notes.blank();
-    a->appt_pattern = QStringLiteral("1 ");
+}
+
+void fill_quick_row(appt_rec& a, const QDate& day, const QString& id, const QString& text) {
+    const QString date = day.toString(QStringLiteral("MMddyyyy"));
+    a.appt_first_date = date;
+    a.appt_date = date;
+    a.appt_id = id;
+    a.appt_text = text;
+    a.appt_type = QStringLiteral("0");
+    a.appt_occurs = number_field(0);
+    a.appt_occurs_month = QStringLiteral("0");
+    a.appt_occurs_every = number_field(0);
+    a.appt_until = day.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
+    a.appt_rem_lead = number_field(0);
+    a.appt_rem_unit = number_field(0);
+    a.appt_rem_anim = number_field(1);
+    a.appt_rem_text.blank();
+    a.appt_notes.blank();
+    a.appt_pattern = QStringLiteral("1 ");
 }
 
 void set_label1(PlannerState& view, WindowPort& w, const QDate& d) {
-    const QString text = long_date_label(d);
+    set_label1_text(view, w, long_date_label(d));
+}
+
+void set_label1_text(PlannerState& view, WindowPort& w, const QString& text) {
     view.ctl(QStringLiteral("Label1")).text = text;
     w.show_long_date(text);
 }

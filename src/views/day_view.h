@@ -61,6 +61,9 @@ void mark_now_row(PlannerState& view);
 // The tool-tip for the cell under the mouse: "h:mm am/pm - h:mm am/pm  text"
 // on an appointment, cleared elsewhere.
 void sched_tip(const Shared& store, PlannerState& view, int row, int col);
+// Every field of a one-time entry typed into a planner but its times: `day`
+// as both dates, no rule, no reminder, sticker "0".
+void fill_quick_row(appt_rec& a, const QDate& day, const QString& id, const QString& text);
 // Fills appt_tbl row `index` for a text typed into cell (row, col).
 void quick_appt_rec(Shared& store, const PlannerState& view, int index, const QString& id, int row,
                     int col);
@@ -75,6 +78,8 @@ void hand_over_new(Shared& store, EditorState& editing);
 
 // Label1 takes the long date of `d`.
 void set_label1(PlannerState& view, WindowPort& w, const QDate& d);
+// Label1 takes `text`, the title of the month and week planners.
+void set_label1_text(PlannerState& view, WindowPort& w, const QString& text);
 // The fill of every day rebuild: first_row / first_col cleared, fill_day,
 // the columns sized and the first block put into the pane.
 void fill_day_core(const Shared& store, PlannerState& view, const OptionsState& options,
@@ -134,5 +139,8 @@ QString long_date_label(const QDate& d);
 // Format(t, "h:mm am/pm") and Format(t, "hh:mm am/pm") of the program.
 QString format_h_mm_ampm(const QTime& t);
 QString format_hh_mm_ampm(const QTime& t);
+// The same on an "hh:mm" field: a text that is no time comes back as it
+// stands, so an untimed entry's five blanks stay blanks.
+QString format_field_ampm(const QString& field, bool two_digit_hour);
 
 } // namespace orva

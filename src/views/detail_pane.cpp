@@ -194,9 +194,8 @@ void fill_dtl(const Shared& store, PlannerState& view, const OptionsState& optio
     g.setCell(CellSetting::FontName, 0, 0, last, dtl_cols - 1, font);
     g.setCell(CellSetting::FontSize, 0, 0, last, dtl_cols - 1, grid_font_points(options));
     g.setCell(CellSetting::FontBold, 0, 0, last, dtl_cols - 1, options.grid_font_bold);
-    bool ok = false;
-    const qulonglong fore = options.grid_font_color.toULongLong(&ok);
-    if (ok) g.setCell(CellSetting::ForeColor, 0, 0, last, dtl_cols - 1, Color(fore));
+    if (const auto fore = font_color(options))
+        g.setCell(CellSetting::ForeColor, 0, 0, last, dtl_cols - 1, *fore);
     size_text_col(g);
 
     view.ctl(QStringLiteral("rtNotes")).text = rtrim(a->appt_notes);

@@ -7,6 +7,7 @@
 #include "state/options.h"
 #include "store/calendar_file.h"
 #include "views/day_view.h"
+#include "views/navigator.h"
 #include "views/refresh.h"
 #include "views/status.h"
 #include "views/week_view.h"
@@ -31,19 +32,6 @@ QString data_of(const Grid& g, int row, int col) {
 
 bool in_grid(const Grid& g, int row, int col) {
     return row >= 0 && col >= 0 && row < g.Rows() && col < g.Cols();
-}
-
-Color color_number(const QString& text, Color fallback) {
-    bool ok = false;
-    const qulonglong c = text.trimmed().toULongLong(&ok);
-    return ok ? Color(c) : fallback;
-}
-
-// Format(field, "h:mm am/pm"): a field that is no time stays as it stands.
-QString ampm_of(const QString& field, bool two_digit_hour) {
-    const QTime t = hhmm_to_time(field);
-    if (!t.isValid()) return field;
-    return two_digit_hour ? format_hh_mm_ampm(t) : format_h_mm_ampm(t);
 }
 
 // Sorts the month's rows of appt_tbl by day, then start, and lays them into
@@ -94,7 +82,7 @@ void fill_month_list(const Shared& store, PlannerState& view, int month) {
 QString month_line_text(const OptionsState& options, const appt_rec& a) {
     if (a.appt_start.is_blank()) return QStringLiteral(" ") + rtrim(a.appt_text);
     if (options.menus.mnuShowTimes)
-        return ampm_of(a.appt_start, false) + QStringLiteral("   ") + rtrim(a.appt_text);
+        return format_field_ampm(a.appt_start, false) + QStringLiteral("   ") + rtrim(a.appt_text);
     return rtrim(a.appt_text);
 }
 
@@ -153,25 +141,10 @@ bool week_header_cell(int row, int col) {
 void overvw_appt_rec(Shared& store, int index, const QString& id, const QString& text) {
     appt_rec* a = store.appt_row(index);
     if (!a) return;
-    const QString day = store.cur_date.toString(QStringLiteral("MMddyyyy"));
+    fill_quick_row(*a, store.cur_date, id, text);
     const QString now = clock().now().time().toString(QStringLiteral("HH:mm"));
-    a->appt_first_date = day;
-    a->appt_date = day;
     a->appt_start = now;
     a->appt_end = now;
-    a->appt_id = id;
-    a->appt_text = text;
-    a->appt_type = QStringLiteral("0");
-    a->appt_occurs = number_field(0);
-    a->appt_occurs_month = QStringLiteral("0");
-    a->appt_occurs_every = number_field(0);
-    a->appt_until = store.cur_date.toString(QStringLiteral("MM/dd/yy")).replace(u'-', u'/');
-    a->appt_rem_lead = number_field(0);
-    a->appt_rem_unit = number_field(0);
-    a->appt_rem_anim = number_field(1);
-    a->appt_rem_text.blank();
-    a->appt_notes.blank();
-    a->appt_pattern = QStringLiteral("1 ");
 }
 
 } // namespace
@@ -199,13 +172,7 @@ void imageMonth_Click(AppState& s, WindowPort& w) {
 
     // The lists follow the date; nothing is read.
     const QDate cur = s.cur_date;
-    if (s.Combo1.list_index != cur.month() - 1 || s.Combo2.text() != QString::number(cur.year())) {
-        s.combo_lock = true;
-        s.Combo1.list_index = cur.month() - 1;
-        const int year_pos = cur.year() - 2001;
-        if (year_pos >= 0 && year_pos < s.Combo2.items.size()) s.Combo2.list_index = year_pos;
-        s.combo_lock = false;
-    }
+    if (!combos_show(s, cur)) point_combos(s, cur);
 
     fill_month_list(s.store(), s.view(), cur.month());
 
@@ -264,8 +231,7 @@ void imageMonth_Click(AppState& s, WindowPort& w) {
     s.month_appts = s.appt_count;
     const QString label =
         QLocale().monthName(cur.month()) + QStringLiteral("   ") + QString::number(cur.year());
-    s.ctl(QStringLiteral("Label1")).text = label;
-    w.show_long_date(label);
+    set_label1_text(s, w, label);
     show_status(s.store(), s.view());
     if (switching) {
         for (const char* n : {"Frame1", "Cal", "vsSched", "TabStrip1", "Frame2"})
@@ -332,8 +298,8 @@ void overvw_tip(const Shared& store, PlannerState& view, int row, int col) {
     Grid& g = view.vsOvervw;
     if (row != -1 && col != -1) {
         if (const appt_rec* a = store.appt_row(overvw_entry(view, row, col))) {
-            g.setToolTipText(ampm_of(a->appt_start, true) + QStringLiteral(" - ") +
-                             ampm_of(a->appt_end, true) + QStringLiteral("  ") +
+            g.setToolTipText(format_field_ampm(a->appt_start, true) + QStringLiteral(" - ") +
+                             format_field_ampm(a->appt_end, true) + QStringLiteral("  ") +
                              rtrim(a->appt_text));
             return;
         }
@@ -363,7 +329,7 @@ void set_overvw_color(PlannerState& view, const OptionsState& options) {
         header(15, 2, 2);
         return;
     }
-    const Color lines = color_number(options.grid_font_color, g.ForeColor());
+    const Color lines = font_color(options).value_or(g.ForeColor());
     // The first row of day numbers takes the planner's text colour, the
     // others the navigator's: so it was designed.
     paint(1, sched.ForeColor());

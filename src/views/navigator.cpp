@@ -198,15 +198,23 @@ void month_changed(AppState& s, WindowPort& w) {
     s.timer1_enabled = true;
 }
 
-void sync_combos(Shared& store, PlannerState& view, const QDate& date) {
-    const int mm = date.month(), yyyy = date.year();
-    if (view.Combo1.list_index == mm - 1 && view.Combo2.text() == QString::number(yyyy)) return;
+void point_combos(PlannerState& view, const QDate& date, bool month_too) {
     view.combo_lock = true;
-    view.Combo1.list_index = mm - 1;
+    if (month_too) view.Combo1.list_index = date.month() - 1;
     // A year outside the list leaves the list where it stood.
-    const int year_pos = yyyy - first_year;
+    const int year_pos = date.year() - first_year;
     if (year_pos >= 0 && year_pos < view.Combo2.items.size()) view.Combo2.list_index = year_pos;
     view.combo_lock = false;
+}
+
+bool combos_show(const PlannerState& view, const QDate& date) {
+    return view.Combo1.list_index == date.month() - 1 &&
+           view.Combo2.text() == QString::number(date.year());
+}
+
+void sync_combos(Shared& store, PlannerState& view, const QDate& date) {
+    if (combos_show(view, date)) return;
+    point_combos(view, date);
     load_month(store, date);
 }
 

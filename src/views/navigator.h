@@ -30,6 +30,11 @@ void docombos(const Shared& store, PlannerState& view);
 // clamped into the chosen month becomes cur_date, the month is loaded and
 // the planner refilled.
 void month_changed(AppState& s, WindowPort& w);
+// Points the year list (and the month list with `month_too`) at `date`,
+// with combo_lock on, so no change handler runs and nothing is read.
+void point_combos(PlannerState& view, const QDate& date, bool month_too = true);
+// Whether the lists show the month and year of `date`.
+bool combos_show(const PlannerState& view, const QDate& date);
 // Points the lists at `date`, loading its month when it differs from theirs.
 void sync_combos(Shared& store, PlannerState& view, const QDate& date);
 // The day arrows: 0 back, 1 forward (a week in the week planner).

@@ -7,10 +7,6 @@
 namespace orva {
 namespace {
 
-constexpr int min_width = 12000;
-constexpr int min_height = 7800;
-constexpr int strip_top = band_height;
-constexpr int strip_height = sched_top - band_height - 30;
 constexpr int control_height = 360; // the month controls' line
 constexpr int combo1_width = 2300, combo2_width = 1500;
 constexpr int right_margin = 60;
@@ -31,8 +27,8 @@ constexpr int controls_width = 2 * control_height + combo1_width + combo2_width 
 } // namespace
 
 Placement layout_month(int width, int height) {
-    const int w = std::max(width, min_width);
-    const int h = std::max(height, min_height);
+    const int w = std::max(width, page_min_width);
+    const int h = std::max(height, page_min_height);
     Placement p;
     p[QStringLiteral("Label1")] = QRect(0, 0, w, band_height);
     p[QStringLiteral("Frame3")] = QRect(0, strip_top, w, strip_height);
@@ -42,8 +38,8 @@ Placement layout_month(int width, int height) {
 }
 
 Placement layout_week(int width, int height) {
-    const int w = std::max(width, min_width);
-    const int h = std::max(height, min_height);
+    const int w = std::max(width, page_min_width);
+    const int h = std::max(height, page_min_height);
     Placement p;
     p[QStringLiteral("Label1")] = QRect(0, 0, w, band_height);
     p[QStringLiteral("Frame3")] =

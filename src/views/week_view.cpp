@@ -6,6 +6,7 @@
 #include "store/calendar_file.h"
 #include "views/day_view.h"
 #include "views/month_view.h"
+#include "views/navigator.h"
 #include "views/status.h"
 
 #include <QLocale>
@@ -15,12 +16,6 @@ namespace {
 
 QString data_of(const Grid& g, int row, int col) {
     return g.Cell(CellSetting::Data, row, col).toString();
-}
-
-// Format(field, "h:mm am/pm"): an untimed entry's five blanks stay blanks.
-QString ampm_of(const QString& field) {
-    const QTime t = hhmm_to_time(field);
-    return t.isValid() ? format_h_mm_ampm(t) : field;
 }
 
 // The rows a day's free-cell data covers: its header and its lines.
@@ -62,12 +57,6 @@ int line_row(PlannerState& view, int wd, bool& overflow) {
     }
 }
 
-Color color_number(const QString& text, Color fallback) {
-    bool ok = false;
-    const qulonglong c = text.trimmed().toULongLong(&ok);
-    return ok ? Color(c) : fallback;
-}
-
 // One entry's line at (row, col), or "more..." over the day's last line.
 void write_line(const Shared& store, PlannerState& view, const OptionsState& options, int row,
                 int col, int index, bool overflow) {
@@ -76,8 +65,7 @@ void write_line(const Shared& store, PlannerState& view, const OptionsState& opt
     if (!options.grid_font_name.isEmpty())
         g.setCell(CellSetting::FontName, row, col, options.grid_font_name);
     g.setCell(CellSetting::FontBold, row, col, options.grid_font_bold);
-    g.setCell(CellSetting::ForeColor, row, col,
-              color_number(options.grid_font_color, g.ForeColor()));
+    g.setCell(CellSetting::ForeColor, row, col, font_color(options).value_or(g.ForeColor()));
     g.setCell(CellSetting::PictureAlignment, row, col, int(Align::LeftCenter));
     if (overflow) {
         // The line keeps the data of the entry it covers.
@@ -93,14 +81,15 @@ void write_line(const Shared& store, PlannerState& view, const OptionsState& opt
     const bool times = options.menus.mnuShowTimes;
     QString shown;
     if (!type.isEmpty()) {
-        shown = (times ? ampm_of(a->appt_start) : QString()) + QStringLiteral("   ") + text;
+        shown = (times ? format_field_ampm(a->appt_start, false) : QString()) +
+                QStringLiteral("   ") + text;
         g.setCell(CellSetting::Picture, row, col, type);
     } else {
         // Five or six blanks: a line without a picture starts its text where
         // a line with one does.
-        shown =
-            times ? QStringLiteral("     ") + ampm_of(a->appt_start) + QStringLiteral("   ") + text
-                  : QStringLiteral("      ") + text;
+        shown = times ? QStringLiteral("     ") + format_field_ampm(a->appt_start, false) +
+                            QStringLiteral("   ") + text
+                      : QStringLiteral("      ") + text;
     }
     g.setTextMatrix(row, col, shown);
     g.setCell(CellSetting::Data, row, col,
@@ -197,8 +186,7 @@ void imageWeek_Click(AppState& s, WindowPort& w) {
         (void)load_appts(s, s.week_start, s.cal_path, 1);
         (void)load_rmdrs(s, s.week_start, s.cal_path, 1);
     }
-    const bool combos_differ = s.Combo2.text() != QString::number(s.week_start.year()) ||
-                               s.Combo1.list_index != s.week_start.month() - 1;
+    const bool combos_differ = !combos_show(s, s.week_start);
 
     Grid& sg = s.vsSortGrid;
     sg.setRows(0);
@@ -236,8 +224,7 @@ void imageWeek_Click(AppState& s, WindowPort& w) {
         sg.Sort(SortOrder::StringAscending);
     }
 
-    s.week_row.fill(0);
-    s.week_row[2] = s.week_row[3] = s.week_row[4] = 0;
+    s.week_row.fill(0); // Monday to Wednesday start at 0
     s.week_row[5] = s.week_row[6] = s.week_row[7] = 10;
     s.week_row[1] = 15;
     const int cur_wd = s.cur_date.dayOfWeek() % 7 + 1;
@@ -271,8 +258,7 @@ void imageWeek_Click(AppState& s, WindowPort& w) {
     const QLocale loc;
     const QString label = loc.toString(s.week_start, QLocale::LongFormat) + QStringLiteral("  - ") +
                           loc.toString(s.week_end, QLocale::LongFormat);
-    s.ctl(QStringLiteral("Label1")).text = label;
-    w.show_long_date(label);
+    set_label1_text(s, w, label);
     show_status(s.store(), s.view());
     g.Select(week_cursor_row(cur_wd), week_col(cur_wd));
     s.ctl(QStringLiteral("mnuColor")).enabled = false;
@@ -288,14 +274,8 @@ void imageWeek_Click(AppState& s, WindowPort& w) {
     w.layout_view();
     resize_mth_grd(s.view(), s.options());
     g.setRedraw(2);
-    if (combos_differ) {
-        s.combo_lock = true;
-        const int year_pos = s.week_start.year() - 2001;
-        if (year_pos >= 0 && year_pos < s.Combo2.items.size()) s.Combo2.list_index = year_pos;
-        // Only a week across two months moves the month list.
-        if (spanning) s.Combo1.list_index = s.week_start.month() - 1;
-        s.combo_lock = false;
-    }
+    // Only a week across two months moves the month list.
+    if (combos_differ) point_combos(s, s.week_start, spanning);
     w.set_busy(false);
     save_options(s.store(), s.view(), s.options(), w);
 }

@@ -1,6 +1,7 @@
 #include "core/clock.h"
 #include "grid/ui/grid_model.h"
 #include "grid/ui/grid_widget.h"
+#include "main_window_fixture.h"
 #include "shell/single_instance.h"
 #include "shell/tick.h"
 #include "shell/ui/frmCal.h"
@@ -35,61 +36,15 @@
 namespace orva {
 namespace {
 
-// The main window on a calendar holding a morning of overlapping, untimed and
-// long entries on Saturday 2026-11-21, and one on Monday the 2nd, with the
-// clock at 09:40.
-class Planners : public ::testing::Test {
+// The main window's entries of Saturday 2026-11-21 and one on Monday the
+// 2nd, the clock at 09:40.
+class Planners : public testing::MainWindowTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        install_clock(&clk);
-        add("211", "09:00", "10:00", "Dentist", "Dentist");
-        add("212", "09:30", "11:00", "Team meeting", "Computer");
-        add("213", "     ", "     ", "Mum's birthday", "Birthday");
-        add("214", "13:00", "17:30", "Hike up the hill", "Backpack");
+        MainWindowTest::SetUp();
         add("215", "08:00", "09:00", "Gym", "", "11022026");
     }
-    // One more entry on the day, written to the calendar before launch().
-    void add(const char* id, const char* start, const char* end, const char* text, const char* type,
-             const char* day = "11212026") {
-        Shared seed;
-        seed.app_path = dir.path();
-        seed.cal_path = dir.filePath("calendar.cal");
-        appt_rec r = testing::make_appt(day, id, start, text);
-        r.appt_start = QString::fromLatin1(start);
-        r.appt_end = QString::fromLatin1(end);
-        r.appt_type = QString::fromLatin1(type);
-        r.appt_notes = QStringLiteral("Bring the insurance card");
-        seed.occur_count = 1;
-        *seed.occur_row(1) = r;
-        EXPECT_EQ(write_occurs(seed, seed.cal_path), 0);
-    }
-    void TearDown() override {
-        run.reset();
-        install_clock(nullptr);
-    }
-
-    struct Run {
-        AppState state;
-        std::unique_ptr<SingleInstance> instance;
-        std::unique_ptr<frmCal> window;
-    };
-    void launch(QSize size = QSize(1280, 800)) {
-        run = std::make_unique<Run>();
-        run->state.app_path = dir.path();
-        run->instance = std::make_unique<SingleInstance>(dir.path());
-        run->window = std::make_unique<frmCal>(run->state);
-        ASSERT_TRUE(run->window->start(*run->instance));
-        run->window->resize(size);
-        run->window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(run->window.get()));
-        QApplication::processEvents();
-        overvw()->refresh();
-    }
-    AppState& s() { return run->state; }
     GridWidget* overvw() { return run->window->findChild<GridWidget*>("vsOvervw"); }
-    GridWidget* sched() { return run->window->findChild<GridWidget*>("vsSched"); }
-    template <typename T> T* find(const char* name) { return run->window->findChild<T*>(name); }
     void click(const char* tool) {
         auto* b = find<QToolButton>(tool);
         ASSERT_NE(b, nullptr) << tool;
@@ -114,12 +69,6 @@ class Planners : public ::testing::Test {
         EXPECT_EQ(s().archive.get(s().cal_path, name, bytes), 0);
         return bytes;
     }
-
-    QTemporaryDir dir;
-    FixedClock clk{QDateTime(QDate(2026, 11, 21), QTime(9, 40))};
-    testing::ScriptedModal m;
-    testing::ModalGuard guard{&m};
-    std::unique_ptr<Run> run;
 };
 
 QString data(const Grid& g, int r, int c) {
