@@ -40,6 +40,8 @@ class SilentModal final : public Modal {
     Answer ask_yes_no(const QString&, MsgStyle) override { return Answer::No; }
     QString save_file_dialog(const QString&) override { return {}; }
     QString open_file_dialog(const QString&, const QString&) override { return {}; }
+    bool print_dialog(PrintSetup&) override { return false; }
+    bool choose_color(quint32&) override { return false; }
     void open_form(const QString&) override {}
 };
 

@@ -11,6 +11,16 @@ enum class MsgStyle { Plain, Information, Warning, Critical, Question };
 
 enum class Answer { Yes, No, Ok, Cancel };
 
+// What a print dialog settled: where the pages go, which way up, and how many
+// copies the user asked for. A printing routine prints the copies itself, one
+// job each, so the printer's own count stays at one.
+struct PrintSetup {
+    QString printer_name; // empty: the system's default printer
+    QString output_file;  // non-empty: a PDF file instead of a printer
+    int orientation = 1;  // 1 portrait, 2 landscape
+    int copies = 1;
+};
+
 // Everything modal goes through here: message boxes, Yes/No questions, file
 // dialogs and the opening of forms. The window installs a Qt implementation;
 // tests install a scripted one and read back the exact texts.
@@ -29,6 +39,14 @@ class Modal {
     // file_name presets the dialog's name box ("*.wav").
     virtual QString open_file_dialog(const QString& filter,
                                      const QString& file_name = QString()) = 0;
+
+    // The print dialog over `setup`, which presets it and takes the choice.
+    // False when the user cancelled; `setup` is then as it was.
+    virtual bool print_dialog(PrintSetup& setup) = 0;
+
+    // The colour dialog starting at `color` (24 bits, red in the low byte).
+    // False on Cancel, leaving `color` as it was.
+    virtual bool choose_color(quint32& color) = 0;
 
     // Opens a form by its name ("frmAppt1") modally and returns when it closes.
     // Forms hand their results back through the shared variables, not here.

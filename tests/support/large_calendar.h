@@ -25,6 +25,8 @@ class YesModal final : public Modal {
     Answer ask_yes_no(const QString&, MsgStyle) override { return Answer::Yes; }
     QString save_file_dialog(const QString&) override { return {}; }
     QString open_file_dialog(const QString&, const QString&) override { return {}; }
+    bool print_dialog(PrintSetup&) override { return false; }
+    bool choose_color(quint32&) override { return false; }
     void open_form(const QString&) override {}
 };
 

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace orva::testing {
@@ -15,7 +16,7 @@ namespace orva::testing {
 class ScriptedModal final : public Modal {
   public:
     struct Shown {
-        QString kind; // "message", "question", "save", "open", "form"
+        QString kind; // "message", "question", "save", "open", "print", "color", "form"
         QString text; // the message text, the filter, or the form's name
         MsgStyle style = MsgStyle::Plain;
         QString preset; // a file dialog's preset name
@@ -25,6 +26,14 @@ class ScriptedModal final : public Modal {
     std::deque<Answer> answers;                     // for ask_yes_no; No when empty
     std::deque<QString> file_answers;               // for both file dialogs; "" when empty
     std::map<QString, std::function<void()>> forms; // what a form "does"
+    // For print_dialog: a setup accepts with it, nullopt (or none queued)
+    // cancels. The setups the dialogs were opened with are kept.
+    std::deque<std::optional<PrintSetup>> print_answers;
+    std::vector<PrintSetup> print_presets;
+    // Runs while the print dialog is up, to see what stands behind it.
+    std::function<void()> during_print;
+    // For choose_color: a colour accepts with it, nullopt (or none) cancels.
+    std::deque<std::optional<quint32>> color_answers;
 
     void message(const QString& text, MsgStyle style) override {
         shown.push_back({QStringLiteral("message"), text, style, {}});
@@ -41,6 +50,26 @@ class ScriptedModal final : public Modal {
         QString a = file(u"open", filter);
         shown.back().preset = file_name;
         return a;
+    }
+    bool print_dialog(PrintSetup& setup) override {
+        shown.push_back({QStringLiteral("print"), {}, MsgStyle::Plain, {}});
+        print_presets.push_back(setup);
+        if (during_print) during_print();
+        if (print_answers.empty()) return false;
+        const std::optional<PrintSetup> a = print_answers.front();
+        print_answers.pop_front();
+        if (!a) return false;
+        setup = *a;
+        return true;
+    }
+    bool choose_color(quint32& color) override {
+        shown.push_back({QStringLiteral("color"), {}, MsgStyle::Plain, {}});
+        if (color_answers.empty()) return false;
+        const std::optional<quint32> a = color_answers.front();
+        color_answers.pop_front();
+        if (!a) return false;
+        color = *a;
+        return true;
     }
     void open_form(const QString& name) override {
         shown.push_back({QStringLiteral("form"), name, MsgStyle::Plain, {}});

@@ -1,8 +1,13 @@
 #include "core/ui/qt_modal.h"
 
+#include "core/ui/printer.h"
+
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 namespace orva {
 namespace {
@@ -59,6 +64,24 @@ QString QtModal::open_file_dialog(const QString& filter, const QString& file_nam
     if (!file_name.isEmpty()) dialog.selectFile(file_name);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     return dialog.selectedFiles().constFirst();
+}
+
+bool QtModal::print_dialog(PrintSetup& setup) {
+    QPrinter printer(QPrinter::HighResolution);
+    apply_setup(printer, setup);
+    QPrintDialog dialog(&printer, host());
+    dialog.setObjectName(QStringLiteral("printDialog"));
+    if (dialog.exec() != QDialog::Accepted) return false;
+    setup = setup_of(printer);
+    return true;
+}
+
+bool QtModal::choose_color(quint32& color) {
+    const QColor start(int(color & 0xFF), int((color >> 8) & 0xFF), int((color >> 16) & 0xFF));
+    const QColor chosen = QColorDialog::getColor(start, host(), app_title);
+    if (!chosen.isValid()) return false;
+    color = quint32(chosen.red()) | (quint32(chosen.green()) << 8) | (quint32(chosen.blue()) << 16);
+    return true;
 }
 
 void QtModal::open_form(const QString& name) {

@@ -21,6 +21,8 @@ class QtModal final : public Modal {
     Answer ask_yes_no(const QString& text, MsgStyle style) override;
     QString save_file_dialog(const QString& filter) override;
     QString open_file_dialog(const QString& filter, const QString& file_name = QString()) override;
+    bool print_dialog(PrintSetup& setup) override;
+    bool choose_color(quint32& color) override;
     void open_form(const QString& name) override;
 
   private:

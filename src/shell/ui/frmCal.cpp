@@ -3,6 +3,7 @@
 #include "appointments/delete_copy.h"
 #include "appointments/stickers.h"
 #include "appointments/ui/sticker_pictures.h"
+#include "core/modal.h"
 #include "core/ui/form_helpers.h"
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_widget.h"
@@ -179,6 +180,9 @@ void frmCal::build_page() {
     strip->addWidget(tool(Frame3, QStringLiteral("imageClock"), QStringLiteral("Delete"),
                           QStringLiteral("Delete Appointment"), QStringLiteral("edit-delete"),
                           QStringLiteral("\U0001F5D1\uFE0F")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imageFind"), QStringLiteral("Find"),
+                          QStringLiteral("Find appointments"), QStringLiteral("edit-find"),
+                          QStringLiteral("\U0001F50D")));
     strip->addSpacing(12);
     strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow0"), QStringLiteral("Prior"),
                           QStringLiteral("Prior Day"), QStringLiteral("go-previous"),
@@ -186,6 +190,13 @@ void frmCal::build_page() {
     strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow1"), QStringLiteral("Next"),
                           QStringLiteral("Next day"), QStringLiteral("go-next"),
                           QStringLiteral("\u25B6\uFE0F")));
+    strip->addSpacing(12);
+    strip->addWidget(tool(Frame3, QStringLiteral("imgTzone"), QStringLiteral("T- Zone"),
+                          QStringLiteral("Time Zones"), QStringLiteral("preferences-system-time"),
+                          QStringLiteral("\U0001F30D")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imgTlist"), QStringLiteral("T- List"),
+                          QStringLiteral("To Do list"), QStringLiteral("view-task"),
+                          QStringLiteral("\U0001F4DD")));
     strip->addStretch(1);
 
     vsSched = new GridWidget(page_);
@@ -452,6 +463,11 @@ void frmCal::connect_navigator() {
     clicked("imageMonth", [this] { imageMonth_Click(s_, *this); });
     clicked("imageReminder", [this] { imageReminder_Click(s_); });
     clicked("imageClock", [this] { imageClock_Click(s_); });
+    // The tools open with no test for a calendar; a T-List without one is
+    // a sheet whose save fails without a word.
+    clicked("imageFind", [] { modal().open_form(QStringLiteral("frmSearch")); });
+    clicked("imgTzone", [] { modal().open_form(QStringLiteral("frmTzone")); });
+    clicked("imgTlist", [] { modal().open_form(QStringLiteral("frmToDo")); });
     clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
     clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
