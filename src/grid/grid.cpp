@@ -61,6 +61,7 @@ void Grid::resize(State& st, int rows, int cols) {
     st.col_hidden.resize(cols, 0);
     st.merge_col.resize(cols, 0);
     st.col_align.resize(cols, int(Align::General));
+    st.col_type.resize(cols, int(ColType::Text));
     st.rows = rows;
     st.cols = cols;
     st.fixed_rows = std::min(st.fixed_rows, rows);

@@ -61,6 +61,33 @@ class Grid {
     void setCell(CellSetting s, int row1, int col1, int row2, int col2, const QVariant& v);
     // Whether the cell sets the attribute itself rather than inheriting it.
     bool cell_has(CellSetting s, int row, int col) const;
+    // A column's data type, Text unless set. Only the view draws it
+    // differently: a Boolean cell keeps its text like any other, and Clip,
+    // Sort and the file carry that text.
+    ColType ColDataType(int col) const;
+    void setColDataType(int col, ColType t);
+    // The box of a cell in a Boolean column, read from its text: empty or
+    // all blanks shows none (the blank rows a list adds stay without one),
+    // check_false an empty box, any other text a ticked one. None in every
+    // other column.
+    CheckBox CellChecked(int row, int col) const;
+    // Writes the text of a box: "" for None, check_false, check_true. The
+    // view ticks and clears a box through this, so a tick always reads back
+    // as check_true.
+    void setCellChecked(int row, int col, CheckBox box);
+    static inline const QString check_true = QStringLiteral("-1"); // as the program's flags
+    static inline const QString check_false = QStringLiteral("0");
+    // The selected range (Row/Col to RowSel/ColSel, either way round) as
+    // text: cells joined by a tab, rows by "\n", no line end after the last
+    // row. Hidden rows and columns count. Empty when nothing is selected.
+    QString Clip() const;
+    // Writes a text of that form into the cells from the selection's top-left
+    // corner on. A selected range holds the text to itself; a single selected
+    // cell lets it run as far as it reaches, to the grid's edges, so a copied
+    // block pastes whole where the user put the cursor. Pieces beyond either
+    // are dropped. "\r\n" and "\r" end rows too, and a line end at the very
+    // end of the text ends the last row rather than making an empty one.
+    void setClip(const QString& text);
     // Appends a row (row < 0) or inserts it before `row`; the text is split on
     // tabs into cells from column 0. Extra pieces beyond Cols() are dropped.
     void AddItem(const QString& tabbed, int row = -1);
@@ -86,8 +113,13 @@ class Grid {
     // Reads give the width in effect, so never -1.
     int ColWidth(int col) const;
     void setColWidth(int col, int twips);
+    // Reads give the height in effect, never below RowHeightMin.
     int RowHeight(int row) const;
     void setRowHeight(int row, int twips);
+    // The least height of every row in twips, 0 (the default) for none; a
+    // row's own height stays as set and shows again when this is lowered.
+    int RowHeightMin() const;
+    void setRowHeightMin(int twips);
     bool RowHidden(int row) const;
     void setRowHidden(int row, bool hidden);
     bool ColHidden(int col) const;
@@ -253,6 +285,8 @@ class Grid {
         std::vector<int> col_width, row_height; // -1 default
         std::vector<char> row_hidden, col_hidden, merge_row, merge_col;
         std::vector<int> col_align; // Align, General by default
+        std::vector<int> col_type;  // ColType, Text by default
+        int row_height_min = 0;     // twips
     };
     friend struct GridFile;
 

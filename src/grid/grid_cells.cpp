@@ -249,6 +249,71 @@ void Grid::setFormatString(const QString& fs) {
     touch();
 }
 
+ColType Grid::ColDataType(int col) const {
+    if (col < 0 || col >= s_.cols) {
+        fail(err::subscript);
+        return ColType::Text;
+    }
+    return ColType(s_.col_type[col]);
+}
+
+void Grid::setColDataType(int col, ColType t) {
+    if (col < 0 || col >= s_.cols) return fail(err::subscript);
+    if (t != ColType::Text && t != ColType::Boolean) return fail(err::bad_value);
+    s_.col_type[col] = int(t);
+    touch();
+}
+
+CheckBox Grid::CellChecked(int row, int col) const {
+    if (!check(row, col)) return CheckBox::None;
+    if (ColType(s_.col_type[col]) != ColType::Boolean) return CheckBox::None;
+    const QString& text = at(row, col).text;
+    if (text.trimmed().isEmpty()) return CheckBox::None;
+    return text == check_false ? CheckBox::Unchecked : CheckBox::Checked;
+}
+
+void Grid::setCellChecked(int row, int col, CheckBox box) {
+    if (!check(row, col)) return;
+    at(row, col).text = box == CheckBox::None        ? QString()
+                        : box == CheckBox::Unchecked ? check_false
+                                                     : check_true;
+    touch();
+}
+
+QString Grid::Clip() const {
+    if (s_.row < 0 || s_.col < 0) return {};
+    const int r1 = std::min(s_.row, s_.row_sel), r2 = std::max(s_.row, s_.row_sel);
+    const int c1 = std::min(s_.col, s_.col_sel), c2 = std::max(s_.col, s_.col_sel);
+    QStringList rows;
+    for (int r = r1; r <= r2; ++r) {
+        QStringList cells;
+        for (int c = c1; c <= c2; ++c)
+            cells << at(r, c).text;
+        rows << cells.join(QLatin1Char('\t'));
+    }
+    return rows.join(QLatin1Char('\n'));
+}
+
+void Grid::setClip(const QString& text) {
+    if (s_.row < 0 || s_.col < 0) return;
+    const int r1 = std::min(s_.row, s_.row_sel), r2 = std::max(s_.row, s_.row_sel);
+    const int c1 = std::min(s_.col, s_.col_sel), c2 = std::max(s_.col, s_.col_sel);
+    const bool one_cell = r1 == r2 && c1 == c2;
+    const int last_row = one_cell ? s_.rows - 1 : r2;
+    const int last_col = one_cell ? s_.cols - 1 : c2;
+    QString t = text;
+    t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    t.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    if (t.endsWith(QLatin1Char('\n'))) t.chop(1);
+    const QStringList lines = t.split(QLatin1Char('\n'));
+    for (int i = 0; i < lines.size() && r1 + i <= last_row; ++i) {
+        const QStringList cells = lines[i].split(QLatin1Char('\t'));
+        for (int j = 0; j < cells.size() && c1 + j <= last_col; ++j)
+            at(r1 + i, c1 + j).text = cells[j];
+    }
+    touch();
+}
+
 Align Grid::ColAlignment(int col) const {
     if (col < 0 || col >= s_.cols) {
         fail(err::subscript);

@@ -84,6 +84,11 @@ struct GridFile {
             root[QStringLiteral("col_hidden")] = flags_on(s.col_hidden);
             root[QStringLiteral("merge_row")] = flags_on(s.merge_row);
             root[QStringLiteral("merge_col")] = flags_on(s.merge_col);
+            // Written only when in use, so that grids without them keep the
+            // bytes they always had and a member saved again is not rewritten.
+            if (std::any_of(s.col_type.begin(), s.col_type.end(), [](int t) { return t != 0; }))
+                root[QStringLiteral("col_type")] = int_array(s.col_type);
+            if (s.row_height_min > 0) root[QStringLiteral("row_height_min")] = s.row_height_min;
         }
         QJsonArray cells;
         for (int r = 0; r < s.rows; ++r) {
@@ -189,6 +194,13 @@ struct GridFile {
             ints("col_width", next.col_width, -1);
             ints("row_height", next.row_height, -1);
             ints("col_align", next.col_align, int(Align::General));
+            ints("col_type", next.col_type, int(ColType::Text));
+            // A type this version does not know shows as text rather than
+            // refusing the whole grid.
+            for (int& t : next.col_type)
+                if (t != int(ColType::Boolean)) t = int(ColType::Text);
+            next.row_height_min =
+                std::max(root.value(QStringLiteral("row_height_min")).toInt(0), 0);
             auto flags = [&](const char* key, std::vector<char>& out) {
                 std::fill(out.begin(), out.end(), 0);
                 for (const QJsonValue v : root.value(QLatin1String(key)).toArray()) {

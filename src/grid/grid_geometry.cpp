@@ -52,13 +52,24 @@ int Grid::RowHeight(int row) const {
         fail(err::subscript);
         return 0;
     }
-    return s_.row_height[row] < 0 ? default_row_height : s_.row_height[row];
+    const int own = s_.row_height[row] < 0 ? default_row_height : s_.row_height[row];
+    return std::max(own, s_.row_height_min);
 }
 
 void Grid::setRowHeight(int row, int twips) {
     if (row < 0 || row >= s_.rows) return fail(err::subscript);
     if (twips < -1) return fail(err::bad_value);
     s_.row_height[row] = twips;
+    touch();
+}
+
+int Grid::RowHeightMin() const {
+    return s_.row_height_min;
+}
+
+void Grid::setRowHeightMin(int twips) {
+    if (twips < 0) return fail(err::bad_value);
+    s_.row_height_min = twips;
     touch();
 }
 

@@ -34,16 +34,36 @@ void Grid::sort_rows(SortOrder order, int col1, int col2) {
     const bool generic =
         order == SortOrder::GenericAscending || order == SortOrder::GenericDescending;
 
-    auto compare = [&](const QString& a, const QString& b) -> int {
-        if (numeric) {
-            const double x = a.trimmed().toDouble(), y = b.trimmed().toDouble();
-            return x < y ? -1 : (y < x ? 1 : 0);
-        }
-        if (generic) {
-            bool ok_a = false, ok_b = false;
-            const double x = a.trimmed().toDouble(&ok_a), y = b.trimmed().toDouble(&ok_b);
-            if (ok_a && ok_b) return x < y ? -1 : (y < x ? 1 : 0);
-            return a.compare(b, Qt::CaseInsensitive);
+    // Each cell's number is read once, not at every comparison: a list of
+    // thousands of rows compares each row some dozen times.
+    const int span = col2 - col1 + 1;
+    struct Key {
+        double value = 0;
+        bool number = false;
+        QString folded; // generic texts that are no number, case folded
+    };
+    std::vector<Key> keys;
+    if (numeric || generic) {
+        keys.resize(size_t(n) * span);
+        for (int i = 0; i < n; ++i)
+            for (int c = col1; c <= col2; ++c) {
+                Key& k = keys[size_t(i) * span + (c - col1)];
+                const QString& text = at(first + i, c).text;
+                k.value = text.trimmed().toDouble(&k.number);
+                if (generic && !k.number) k.folded = text.toCaseFolded();
+            }
+    }
+    auto compare = [&](int ra, int rb, int c) -> int {
+        const QString& a = at(ra, c).text;
+        const QString& b = at(rb, c).text;
+        if (numeric || generic) {
+            const Key& x = keys[size_t(ra - first) * span + (c - col1)];
+            const Key& y = keys[size_t(rb - first) * span + (c - col1)];
+            if (numeric || (x.number && y.number))
+                return x.value < y.value ? -1 : (y.value < x.value ? 1 : 0);
+            // Comparing folded texts is the case-blind comparison, done once.
+            return (x.number ? a.toCaseFolded() : x.folded)
+                .compare(y.number ? b.toCaseFolded() : y.folded, Qt::CaseSensitive);
         }
         return a.compare(b, Qt::CaseSensitive);
     };
@@ -52,7 +72,7 @@ void Grid::sort_rows(SortOrder order, int col1, int col2) {
     std::iota(order_of.begin(), order_of.end(), first);
     std::stable_sort(order_of.begin(), order_of.end(), [&](int ra, int rb) {
         for (int c = col1; c <= col2; ++c) {
-            const int k = compare(at(ra, c).text, at(rb, c).text);
+            const int k = compare(ra, rb, c);
             if (k != 0) return descending ? k > 0 : k < 0;
         }
         return false;

@@ -69,6 +69,13 @@ enum class SortOrder {
     StringDescending = 8
 };
 
+// What a column's cells hold. A Boolean column shows each cell as a check box
+// read from its text (see Grid::CellChecked) instead of the text itself.
+enum class ColType { Text = 0, Boolean = 1 };
+
+// The box a cell of a Boolean column shows.
+enum class CheckBox { None, Unchecked, Checked };
+
 // What SaveGrid / LoadGrid carry.
 enum class GridSave { All = 0, Contents = 1, Format = 2 };
 

@@ -90,12 +90,14 @@ QString dump(const Grid& g) {
                .arg(g.FontItalic())
                .arg(g.Editable());
     for (int c = 0; c < g.Cols(); ++c)
-        out << QStringLiteral("col %1 width %2 hidden %3 merge %4 align %5")
+        out << QStringLiteral("col %1 width %2 hidden %3 merge %4 align %5 type %6")
                    .arg(c)
                    .arg(g.ColWidth(c))
                    .arg(g.ColHidden(c))
                    .arg(g.MergeCol(c))
-                   .arg(int(g.ColAlignment(c)));
+                   .arg(int(g.ColAlignment(c)))
+                   .arg(int(g.ColDataType(c)));
+    out << QStringLiteral("row height min %1").arg(g.RowHeightMin());
     for (int r = 0; r < g.Rows(); ++r) {
         out << QStringLiteral("row %1 height %2 hidden %3 merge %4")
                    .arg(r)
@@ -281,6 +283,64 @@ TEST(Grid, ReadsAFileOfTheFirstVersion) {
     EXPECT_EQ(g.ColHidden(1), false);
     EXPECT_EQ(g.MergeCol(1), true);
     EXPECT_EQ(g.MergeCells(), MergeMode::Free);
+}
+
+// --- check-box columns and least row height in the file ------------------------
+
+TEST(Grid, ACheckBoxColumnAndTheLeastRowHeightSurviveASave) {
+    Grid source(3, 3);
+    source.setColDataType(0, ColType::Boolean);
+    source.setTextMatrix(0, 0, Grid::check_false);
+    source.setTextMatrix(1, 0, Grid::check_true);
+    source.setRowHeightMin(350);
+    source.setRowHeight(2, 600);
+    Grid target;
+    ASSERT_TRUE(target.load_bytes(source.save_bytes()));
+    EXPECT_EQ(dump(target).toStdString(), dump(source).toStdString());
+    EXPECT_EQ(target.ColDataType(0), ColType::Boolean);
+    EXPECT_EQ(target.ColDataType(1), ColType::Text);
+    EXPECT_EQ(target.CellChecked(0, 0), CheckBox::Unchecked);
+    EXPECT_EQ(target.CellChecked(1, 0), CheckBox::Checked);
+    EXPECT_EQ(target.CellChecked(2, 0), CheckBox::None);
+    EXPECT_EQ(target.RowHeightMin(), 350);
+    EXPECT_EQ(target.RowHeight(0), 350);
+    EXPECT_EQ(target.RowHeight(2), 600);
+}
+
+// Grids that use neither keep the bytes they always had, so a member saved
+// again by a newer program is not written again.
+TEST(Grid, AGridWithoutCheckBoxesOrLeastHeightWritesNeitherKey) {
+    Grid g = formatted_grid();
+    const QByteArray bytes = g.save_bytes();
+    EXPECT_FALSE(bytes.contains("col_type"));
+    EXPECT_FALSE(bytes.contains("row_height_min"));
+    g.setColDataType(1, ColType::Boolean);
+    g.setRowHeightMin(300);
+    EXPECT_TRUE(g.save_bytes().contains("col_type"));
+    EXPECT_TRUE(g.save_bytes().contains("row_height_min"));
+}
+
+TEST(Grid, AFileWithoutTheNewKeysLoadsWithTextColumnsAndNoLeastHeight) {
+    Grid g(2, 2);
+    g.setColDataType(0, ColType::Boolean);
+    g.setRowHeightMin(500);
+    ASSERT_TRUE(g.LoadGrid(QStringLiteral(ORVACAL_TEST_DATA "/grid/version1.grd")));
+    EXPECT_EQ(g.ColDataType(0), ColType::Text);
+    EXPECT_EQ(g.ColDataType(1), ColType::Text);
+    EXPECT_EQ(g.RowHeightMin(), 0);
+    EXPECT_EQ(g.RowHeight(1), 270);
+}
+
+TEST(Grid, AColumnTypeThisVersionDoesNotKnowLoadsAsText) {
+    Grid g;
+    ASSERT_TRUE(g.load_bytes(QByteArrayLiteral(
+        R"({"format":"orvacal-grid","version":1,"rows":1,"cols":3,"col_type":[1,7,-2],)"
+        R"("row_height_min":-40,"cells":[{"r":0,"c":0,"text":"0"}]})")));
+    EXPECT_EQ(g.ColDataType(0), ColType::Boolean);
+    EXPECT_EQ(g.ColDataType(1), ColType::Text);
+    EXPECT_EQ(g.ColDataType(2), ColType::Text);
+    EXPECT_EQ(g.RowHeightMin(), 0);
+    EXPECT_EQ(g.CellChecked(0, 0), CheckBox::Unchecked);
 }
 
 } // namespace

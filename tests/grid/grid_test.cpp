@@ -382,5 +382,133 @@ TEST(Grid, ACopyCarriesContentsButNotTheView) {
     EXPECT_EQ(g.TextMatrix(0, 0), QStringLiteral("b"));
 }
 
+// --- check-box columns ----------------------------------------------------------
+
+TEST(Grid, ColumnsHoldTextUntilOneIsMadeBoolean) {
+    Grid g(2, 3);
+    EXPECT_EQ(g.ColDataType(0), ColType::Text);
+    g.setColDataType(1, ColType::Boolean);
+    EXPECT_EQ(g.ColDataType(1), ColType::Boolean);
+    g.setCols(5);
+    EXPECT_EQ(g.ColDataType(1), ColType::Boolean);
+    EXPECT_EQ(g.ColDataType(4), ColType::Text);
+    g.setColDataType(7, ColType::Boolean);
+    EXPECT_EQ(g.error(), err::subscript);
+    g.clear_error();
+    g.setColDataType(0, ColType(9));
+    EXPECT_EQ(g.error(), err::bad_value);
+    EXPECT_EQ(g.ColDataType(0), ColType::Text);
+}
+
+TEST(Grid, ABooleanCellShowsItsBoxFromItsText) {
+    Grid g(7, 2);
+    g.setColDataType(0, ColType::Boolean);
+    const QString texts[] = {"", " ", "   ", "0", "-1", "1", "x"};
+    const CheckBox boxes[] = {CheckBox::None,      CheckBox::None,    CheckBox::None,
+                              CheckBox::Unchecked, CheckBox::Checked, CheckBox::Checked,
+                              CheckBox::Checked};
+    for (int r = 0; r < 7; ++r) {
+        g.setTextMatrix(r, 0, texts[r]);
+        g.setTextMatrix(r, 1, texts[r]);
+    }
+    for (int r = 0; r < 7; ++r) {
+        EXPECT_EQ(g.CellChecked(r, 0), boxes[r]) << "text \"" << texts[r].toStdString() << '"';
+        EXPECT_EQ(g.CellChecked(r, 1), CheckBox::None) << "a text column, row " << r;
+    }
+}
+
+TEST(Grid, ATickIsMinusOneAndAnEmptyBoxZero) {
+    Grid g(1, 1);
+    g.setColDataType(0, ColType::Boolean);
+    g.setCellChecked(0, 0, CheckBox::Checked);
+    EXPECT_EQ(g.TextMatrix(0, 0), "-1");
+    g.setCellChecked(0, 0, CheckBox::Unchecked);
+    EXPECT_EQ(g.TextMatrix(0, 0), "0");
+    g.setCellChecked(0, 0, CheckBox::None);
+    EXPECT_EQ(g.TextMatrix(0, 0), "");
+    g.setCellChecked(3, 0, CheckBox::Checked);
+    EXPECT_EQ(g.error(), err::subscript);
+}
+
+// --- the selection as clip text ----------------------------------------------------
+
+Grid lettered(int rows, int cols) {
+    Grid g(rows, cols);
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < cols; ++c)
+            g.setTextMatrix(r, c, QString(QChar(u'a' + r)) + QString::number(c));
+    return g;
+}
+
+TEST(Grid, ClipIsTheSelectionWithTabsBetweenCellsAndNewlinesBetweenRows) {
+    Grid g = lettered(4, 4);
+    g.Select(2, 3, 1, 1); // chosen from its bottom-right corner
+    EXPECT_EQ(g.Clip(), "b1\tb2\tb3\nc1\tc2\tc3");
+    g.Select(3, 0);
+    EXPECT_EQ(g.Clip(), "d0");
+    g.setTextMatrix(3, 0, QString());
+    EXPECT_EQ(g.Clip(), "");
+    EXPECT_EQ(Grid().Clip(), "");
+}
+
+TEST(Grid, SetClipIsHeldToASelectedRange) {
+    Grid g(4, 4);
+    g.Select(1, 1, 2, 2);
+    g.setClip(QStringLiteral("p\tq\tr\ns\tt\tu\nv\tw"));
+    EXPECT_EQ(row_text(g, 0), "|||");
+    EXPECT_EQ(row_text(g, 1), "|p|q|");
+    EXPECT_EQ(row_text(g, 2), "|s|t|");
+    EXPECT_EQ(row_text(g, 3), "|||");
+}
+
+TEST(Grid, SetClipFromOneCellRunsAsFarAsTheTextReaches) {
+    Grid g(3, 3);
+    g.Select(1, 1);
+    g.setClip(QStringLiteral("p\tq\tr\ns\nv\tw"));
+    EXPECT_EQ(row_text(g, 0), "||");
+    EXPECT_EQ(row_text(g, 1), "|p|q");
+    EXPECT_EQ(row_text(g, 2), "|s|");
+    EXPECT_EQ(g.error(), err::none);
+}
+
+TEST(Grid, SetClipTakesAnyLineEndAndPassesOverTheLastOne) {
+    Grid g(4, 2);
+    g.Select(0, 0);
+    g.setClip(QStringLiteral("a\r\nb\rc\n"));
+    EXPECT_EQ(column_text(g, 0), "a|b|c|");
+    g.Select(3, 1);
+    g.setClip(QString());
+    EXPECT_EQ(g.TextMatrix(3, 1), "");
+}
+
+TEST(Grid, ClipAndSetClipRoundTrip) {
+    Grid g = lettered(3, 3);
+    g.Select(0, 0, 1, 2);
+    const QString clip = g.Clip();
+    Grid h(3, 3);
+    h.Select(1, 0);
+    h.setClip(clip);
+    EXPECT_EQ(row_text(h, 1), row_text(g, 0));
+    EXPECT_EQ(row_text(h, 2), row_text(g, 1));
+}
+
+// --- least row height ---------------------------------------------------------------
+
+TEST(Grid, TheLeastRowHeightRaisesLowerRowsOnly) {
+    Grid g(3, 1);
+    g.setRowHeight(1, 200);
+    g.setRowHeight(2, 900);
+    g.setRowHeightMin(350);
+    EXPECT_EQ(g.RowHeight(0), 350);
+    EXPECT_EQ(g.RowHeight(1), 350);
+    EXPECT_EQ(g.RowHeight(2), 900);
+    EXPECT_EQ(g.RowPos(2), 700);
+    g.setRowHeightMin(0);
+    EXPECT_EQ(g.RowHeight(1), 200);
+    g.setRowHeightMin(-5);
+    EXPECT_EQ(g.error(), err::bad_value);
+    EXPECT_EQ(g.RowHeightMin(), 0);
+}
+
 } // namespace
 } // namespace orva

@@ -665,5 +665,138 @@ TEST_F(GridWidgetTest, PaintingLeavesNoErrorForTheLogic) {
     EXPECT_EQ(grid.error(), err::none);
 }
 
+// --- check boxes -------------------------------------------------------------
+
+class GridCheckBoxTest : public GridWidgetTest {
+  protected:
+    void SetUp() override {
+        GridWidgetTest::SetUp();
+        grid.setColDataType(1, ColType::Boolean);
+        grid.setEditable(true);
+        grid.setTextMatrix(2, 1, Grid::check_false);
+        grid.setTextMatrix(3, 1, Grid::check_true);
+        grid.setTextMatrix(4, 1, QStringLiteral(" "));
+        w.refresh();
+    }
+    void click(int row, int col) {
+        QTest::mouseClick(w.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          in_viewport(w, w.cell_rect(row, col).center()));
+    }
+};
+
+TEST_F(GridCheckBoxTest, AScreenReaderHearsACheckableCellAndWhetherItIsTicked) {
+    QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&w);
+    ASSERT_NE(table, nullptr);
+    QAccessibleTableInterface* t = table->tableInterface();
+    ASSERT_NE(t, nullptr);
+    QAccessibleInterface* empty_box = t->cellAt(2, 1);
+    QAccessibleInterface* ticked = t->cellAt(3, 1);
+    QAccessibleInterface* no_box = t->cellAt(4, 1);
+    ASSERT_TRUE(empty_box && ticked && no_box);
+    EXPECT_TRUE(empty_box->state().checkable);
+    EXPECT_FALSE(empty_box->state().checked);
+    EXPECT_TRUE(ticked->state().checkable);
+    EXPECT_TRUE(ticked->state().checked);
+    EXPECT_FALSE(no_box->state().checkable);
+    // The box is what the cell says, not its "0" or "-1".
+    EXPECT_EQ(ticked->text(QAccessible::Name), QString());
+}
+
+TEST_F(GridCheckBoxTest, TheBoxIsDrawnAndChangesWithItsTick) {
+    const QRect r = w.cell_rect(2, 1);
+    const QRect no_box = w.cell_rect(4, 1);
+    const QImage img = w.grab().toImage();
+    const QImage box = img.copy(r.adjusted(1, 1, -2, -2));
+    const QImage blank = img.copy(no_box.adjusted(1, 1, -2, -2));
+    EXPECT_NE(box, blank);
+    const QImage tick = img.copy(w.cell_rect(3, 1).adjusted(1, 1, -2, -2));
+    EXPECT_NE(box, tick);
+    // No text "0" beside it: the same box, whatever the text of a tick.
+    grid.setTextMatrix(3, 1, QStringLiteral("1"));
+    w.refresh();
+    EXPECT_EQ(w.grab().toImage().copy(w.cell_rect(3, 1).adjusted(1, 1, -2, -2)), tick);
+}
+
+TEST_F(GridCheckBoxTest, AClickTicksTheBoxBetweenBeforeEditAndAfterEdit) {
+    QSignalSpy before(&w, &GridWidget::beforeEdit);
+    QSignalSpy after(&w, &GridWidget::afterEdit);
+    bool ticked_before_edit = true;
+    QObject::connect(&w, &GridWidget::beforeEdit, &w, [&](int row, int col, bool*) {
+        ticked_before_edit = grid.CellChecked(row, col) == CheckBox::Checked;
+    });
+    click(2, 1);
+    ASSERT_EQ(before.count(), 1);
+    EXPECT_FALSE(ticked_before_edit);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "-1");
+    ASSERT_EQ(after.count(), 1);
+    EXPECT_EQ(after.at(0).at(0).toInt(), 2);
+    EXPECT_EQ(after.at(0).at(1).toInt(), 1);
+    EXPECT_EQ(after.at(0).at(2).toString(), "-1");
+    click(2, 1);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "0");
+    EXPECT_EQ(after.count(), 2);
+}
+
+TEST_F(GridCheckBoxTest, SpaceTicksTheBoxOfTheCurrentCell) {
+    grid.Select(3, 1);
+    w.refresh();
+    w.setFocus();
+    QSignalSpy after(&w, &GridWidget::afterEdit);
+    QTest::keyClick(&w, Qt::Key_Space);
+    EXPECT_EQ(grid.TextMatrix(3, 1), "0");
+    EXPECT_EQ(after.count(), 1);
+    EXPECT_EQ(w.findChild<QLineEdit*>(), nullptr);
+}
+
+TEST_F(GridCheckBoxTest, ACancelledBeforeEditLeavesTheBoxAsItWas) {
+    QObject::connect(&w, &GridWidget::beforeEdit, &w,
+                     [](int, int, bool* cancel) { *cancel = true; });
+    QSignalSpy after(&w, &GridWidget::afterEdit);
+    click(3, 1);
+    EXPECT_EQ(grid.TextMatrix(3, 1), "-1");
+    EXPECT_EQ(after.count(), 0);
+}
+
+TEST_F(GridCheckBoxTest, ACellWithoutABoxOrAGridNotEditableTakesNoTick) {
+    QSignalSpy before(&w, &GridWidget::beforeEdit);
+    click(4, 1);
+    click(5, 1);
+    EXPECT_EQ(grid.TextMatrix(4, 1), " ");
+    EXPECT_EQ(grid.TextMatrix(5, 1), "");
+    grid.setEditable(false);
+    w.refresh();
+    click(2, 1);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "0");
+    EXPECT_EQ(before.count(), 0);
+    EXPECT_FALSE(w.toggle_check(2, 1));
+}
+
+TEST_F(GridCheckBoxTest, ABooleanCellTakesNoTypedText) {
+    grid.Select(2, 1);
+    w.refresh();
+    w.setFocus();
+    QTest::keyClick(&w, Qt::Key_D);
+    EXPECT_EQ(w.findChild<QLineEdit*>(), nullptr);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "0");
+}
+
+TEST_F(GridWidgetTest, CommitEditWritesWhatIsTypedAndClosesTheEditor) {
+    grid.setEditable(true);
+    grid.Select(2, 3);
+    w.refresh();
+    w.setFocus();
+    QSignalSpy after(&w, &GridWidget::afterEdit);
+    w.commit_edit(); // nothing open: nothing happens
+    EXPECT_EQ(after.count(), 0);
+    QTest::keyClick(&w, Qt::Key_M);
+    auto* editor = w.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("ilk"));
+    w.commit_edit();
+    EXPECT_FALSE(w.is_editing());
+    ASSERT_EQ(after.count(), 1);
+    EXPECT_EQ(grid.TextMatrix(2, 3).toLower(), "milk");
+}
+
 } // namespace
 } // namespace orva

@@ -103,11 +103,24 @@ QVariant GridModel::cell_data(int r, int c, int role) const {
     // Checked first, so that painting never leaves an error for the logic.
     if (!has_cell(r, c)) return {};
     const Grid& g = *grid_;
+    // A Boolean cell is its box: its "0" or "-1" is nothing to read out.
+    const bool boolean = g.ColDataType(c) == ColType::Boolean;
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
     case Qt::AccessibleTextRole:
+        if (boolean) return {};
         return g.TextMatrix(r, c);
+    case Qt::CheckStateRole:
+        switch (g.CellChecked(r, c)) {
+        case CheckBox::None:
+            return {};
+        case CheckBox::Unchecked:
+            return int(Qt::Unchecked);
+        case CheckBox::Checked:
+            return int(Qt::Checked);
+        }
+        return {};
     case Qt::BackgroundRole:
         return QBrush(qt_color(g.Cell(CellSetting::BackColor, r, c).toUInt()));
     case Qt::ForegroundRole:
@@ -163,16 +176,27 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
     Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     const int r = grid_row(index.row()), c = grid_col(index.column());
     const bool fixed = r < grid_->FixedRows() || c < grid_->FixedCols();
-    if (grid_->Editable() && !fixed && has_cell(r, c)) f |= Qt::ItemIsEditable;
+    if (!grid_->Editable() || fixed || !has_cell(r, c)) return f;
+    if (grid_->ColDataType(c) != ColType::Boolean)
+        f |= Qt::ItemIsEditable;
+    else if (grid_->CellChecked(r, c) != CheckBox::None)
+        f |= Qt::ItemIsUserCheckable;
     return f;
 }
 
 bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || role != Qt::EditRole) return false;
+    if (!index.isValid() || (role != Qt::EditRole && role != Qt::CheckStateRole)) return false;
     const int r = grid_row(index.row()), c = grid_col(index.column());
     if (!has_cell(r, c)) return false;
-    const QString text = value.toString();
-    grid_->setTextMatrix(r, c, text);
+    if (role == Qt::CheckStateRole) {
+        // Only a box can be ticked; a cell without one stays without.
+        if (grid_->CellChecked(r, c) == CheckBox::None) return false;
+        grid_->setCellChecked(
+            r, c, value.toInt() == Qt::Checked ? CheckBox::Checked : CheckBox::Unchecked);
+    } else {
+        grid_->setTextMatrix(r, c, value.toString());
+    }
+    const QString text = grid_->TextMatrix(r, c);
     emit dataChanged(index, index);
     emit textEdited(r, c, text);
     return true;

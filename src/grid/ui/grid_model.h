@@ -59,10 +59,12 @@ class GridModel : public QAbstractTableModel {
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
+    // EditRole writes a text; CheckStateRole ticks or clears the box of a
+    // Boolean cell that has one. Either is told as textEdited.
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
   signals:
-    // A text typed into a cell has been written to the grid.
+    // A text typed into a cell, or a box ticked, has been written to the grid.
     void textEdited(int grid_row, int grid_col, const QString& text);
 
   private:

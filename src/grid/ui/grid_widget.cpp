@@ -1,5 +1,6 @@
 #include "grid/ui/grid_widget.h"
 
+#include <QApplication>
 #include <QLabel>
 
 #include <QEvent>
@@ -20,6 +21,9 @@ namespace orva {
 
 namespace {
 
+// Marks the editors the delegate makes, so commit_edit finds the open one.
+constexpr const char* cell_editor_property = "orva_cell_editor";
+
 // One cell, or a merged block whose first cell is (row, col), as it is drawn.
 struct CellPaint {
     int row = 0, col = 0;
@@ -28,7 +32,23 @@ struct CellPaint {
     bool current = false;
     bool selected = false;
     QColor highlight;
+    const QWidget* widget = nullptr; // whose style draws check boxes
 };
+
+// The box of a Boolean cell, in the desktop style, centred in the cell.
+void paint_check(QPainter& p, const QRect& inner, CheckBox box, const QWidget* widget) {
+    const QStyle* style = widget ? widget->style() : QApplication::style();
+    QStyleOptionViewItem opt;
+    const int w =
+        std::min(style->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, widget), inner.width());
+    const int h =
+        std::min(style->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, widget), inner.height());
+    opt.rect = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(w, h), inner);
+    opt.state =
+        QStyle::State_Enabled | (box == CheckBox::Checked ? QStyle::State_On : QStyle::State_Off);
+    if (widget) opt.palette = widget->palette();
+    style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &opt, &p, widget);
+}
 
 // The lines a text breaks into between words to fit `width`, no more than
 // `max_lines`; when it needs more, the last line shown ends in an ellipsis.
@@ -119,7 +139,12 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
     const QString text = g.TextMatrix(r, c);
     const Qt::Alignment text_align =
         qt_alignment(Align(g.Cell(CellSetting::Alignment, r, c).toInt()), text);
-    const QString key = g.Cell(CellSetting::Picture, r, c).toString();
+    const bool boolean = g.ColDataType(c) == ColType::Boolean;
+    if (boolean) {
+        const CheckBox box = g.CellChecked(r, c);
+        if (box != CheckBox::None && !inner.isEmpty()) paint_check(p, inner, box, cp.widget);
+    }
+    const QString key = boolean ? QString() : g.Cell(CellSetting::Picture, r, c).toString();
     if (!key.isEmpty() && inner.height() > 0) {
         const Qt::Alignment a =
             qt_alignment(Align(g.Cell(CellSetting::PictureAlignment, r, c).toInt()), QString());
@@ -143,7 +168,7 @@ void paint_cell(QPainter& p, const QRect& rect, const GridModel& m, const CellPa
         }
     }
 
-    if (!text.isEmpty()) {
+    if (!text.isEmpty() && !boolean) {
         p.setFont(font);
         p.setPen(qt_color(g.Cell(CellSetting::ForeColor, r, c).toUInt()));
         const int max_lines = fm.height() > 0 ? text_rect.height() / fm.height() : 1;
@@ -226,13 +251,25 @@ class CellDelegate : public QStyledItemDelegate {
                      cur.column() < index.column() + cp.last_col - cp.col + 1;
         cp.selected = opt.state & QStyle::State_Selected;
         cp.highlight = opt.palette.color(QPalette::Highlight);
+        cp.widget = view_;
         paint_cell(*p, opt.rect, m, cp);
+    }
+
+    // The view ticks boxes itself (GridWidget::toggle_check), so that a tick
+    // is announced by beforeEdit like any other edit; the base class would
+    // tick them behind its back.
+    bool editorEvent(QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&,
+                     const QModelIndex&) override {
+        return false;
     }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
-        if (editor) editor->setFont(index.data(Qt::FontRole).value<QFont>());
+        if (editor) {
+            editor->setFont(index.data(Qt::FontRole).value<QFont>());
+            editor->setProperty(cell_editor_property, true);
+        }
         return editor;
     }
 
@@ -272,6 +309,7 @@ class GridHeader : public QHeaderView {
         cp.col = s.col1;
         cp.last_row = s.row2;
         cp.last_col = s.col2;
+        cp.widget = view_;
         if (!across) cp.row_height = sectionSize(m.model_row(s.row1));
         QRect whole = rect;
         if (across && s.col2 > s.col1) {
@@ -685,6 +723,32 @@ bool GridWidget::edit(const QModelIndex& index, EditTrigger trigger, QEvent* eve
     return QTableView::edit(index, trigger, event);
 }
 
+void GridWidget::commit_edit() {
+    if (state() != EditingState) return;
+    // Closed editors linger hidden until they are deleted; the open one shows.
+    const auto editors = viewport()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* editor : editors) {
+        if (!editor->property(cell_editor_property).toBool() || editor->isHidden()) continue;
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+        return;
+    }
+}
+
+bool GridWidget::toggle_check(int row, int col) {
+    if (!grid_ || !model_->has_cell(row, col)) return false;
+    const QModelIndex index = model_->index(model_->model_row(row), model_->model_col(col));
+    if (!index.isValid() || !(model_->flags(index) & Qt::ItemIsUserCheckable)) return false;
+    bool cancel = false;
+    emit beforeEdit(row, col, &cancel);
+    // The handler may have changed the grid under the box.
+    if (cancel || !model_->has_cell(row, col) || !(model_->flags(index) & Qt::ItemIsUserCheckable))
+        return true;
+    const bool ticked = grid_->CellChecked(row, col) == CheckBox::Checked;
+    model_->setData(index, ticked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    return true;
+}
+
 // Typing a letter must not move the cursor to a cell that starts with it.
 void GridWidget::keyboardSearch(const QString&) {}
 
@@ -693,6 +757,11 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
     const int r = grid_ ? grid_->Row() : -1, c = grid_ ? grid_->Col() : -1;
     emit keyDown(r, c, event->key(), event->modifiers(), &swallow);
     if (swallow) {
+        event->accept();
+        return;
+    }
+    if (event->key() == Qt::Key_Space && !(event->modifiers() & ~Qt::KeypadModifier) &&
+        toggle_check(r, c)) {
         event->accept();
         return;
     }
@@ -725,10 +794,13 @@ void GridWidget::mouseReleaseEvent(QMouseEvent* event) {
     QTableView::mouseReleaseEvent(event);
     const CellRef cell = cell_under(event->position().toPoint());
     emit mouseUp(cell.row, cell.col, event->button(), event->modifiers());
-    const bool was_pressed = pressed_cell_.row >= 0;
+    const CellRef pressed = pressed_cell_;
     pressed_cell_ = {};
-    if (event->button() == Qt::LeftButton && was_pressed && cell.row >= 0)
+    if (event->button() == Qt::LeftButton && pressed.row >= 0 && cell.row >= 0) {
+        // Released where it was pressed, as a button takes a click.
+        if (pressed.row == cell.row && pressed.col == cell.col) toggle_check(cell.row, cell.col);
         emit cellClicked(cell.row, cell.col);
+    }
 }
 
 void GridWidget::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -31,8 +31,20 @@ class GridWidget : public QTableView {
     // key it does not know, cells show no picture.
     void set_picture_provider(PictureProvider provider);
 
+    // Ticks or clears the box of a Boolean cell, as a left click on the cell
+    // or Space on the current one does: beforeEdit first (which may cancel),
+    // then the grid takes check_true or check_false and afterEdit follows.
+    // False, doing nothing, when the cell has no box the user may tick (the
+    // grid is not Editable, or the cell is fixed or has no box).
+    bool toggle_check(int row, int col);
+
     // Whether a cell editor is open.
     bool is_editing() const { return state() == EditingState; }
+    // Writes what the open cell editor holds into the grid (afterEdit
+    // follows) and closes it, as leaving the cell would; for a window that
+    // closes without the editor losing its focus first. Nothing when no
+    // editor is open.
+    void commit_edit();
 
     // Applies pending grid changes now rather than on the next event-loop turn.
     void refresh();
@@ -69,9 +81,11 @@ class GridWidget : public QTableView {
     void mouseMoved(int row, int col, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
     // The right button went down on a cell; the cursor does not move.
     void rightClicked(int row, int col, const QPoint& global_pos);
-    // Editing is about to start; setting *cancel prevents it.
+    // Editing is about to start, or a box to be ticked; setting *cancel
+    // prevents it.
     void beforeEdit(int row, int col, bool* cancel);
-    // An edit was committed; the grid already holds the new text.
+    // An edit was committed or a box ticked; the grid already holds the new
+    // text.
     void afterEdit(int row, int col, const QString& text);
     // The user moved the cursor or the selection; the grid already knows.
     void cursorMoved(int row, int col);
