@@ -39,8 +39,9 @@ inline void must(int e, const char* what) {
 }
 
 // Entry i of the month of d, from 08:00 on in half hours; three in eight are
-// reminded 15 minutes ahead.
-inline appt_rec single_on(const QDate& d, int i) {
+// reminded 15 minutes ahead. Varied, every fourth carries a line of notes and
+// every fifth the bicycle sticker.
+inline appt_rec single_on(const QDate& d, int i, bool varied = false) {
     appt_rec r;
     r.appt_first_date = d.toString(QStringLiteral("MMddyyyy"));
     r.appt_date = r.appt_first_date;
@@ -57,6 +58,8 @@ inline appt_rec single_on(const QDate& d, int i) {
     r.appt_rem_unit = QStringLiteral("0 ");
     r.appt_rem_anim = QStringLiteral("1 ");
     r.appt_pattern = QStringLiteral("1 ");
+    if (varied && i % 4 == 0) r.appt_notes = QStringLiteral("Bring the papers for entry %1").arg(i);
+    if (varied && i % 5 == 0) r.appt_type = QStringLiteral("Bicycle");
     return r;
 }
 
@@ -115,13 +118,13 @@ struct LargeCalendar {
 
     // 40 entries in each of 180 months from this one, 15 of them reminded,
     // in one command.
-    void build_singles() {
+    void build_singles(bool varied = false) {
         const QDate first(clock.today().year(), clock.today().month(), 1);
         std::vector<appt_rec> rows;
         for (int m = 0; m < 180; ++m) {
             const QDate month = first.addMonths(m);
             for (int i = 0; i < 40; ++i)
-                rows.push_back(single_on(month.addDays(i % month.daysInMonth()), i));
+                rows.push_back(single_on(month.addDays(i % month.daysInMonth()), i, varied));
         }
         Archive::Command command(s->archive, s->cal_path);
         for (size_t from = 0; from < rows.size(); from += occur_limit) {

@@ -10,6 +10,7 @@
 #include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
 #include "reminders/ui/frmRemnote.h"
+#include "search/ui/frmSearch.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
 
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
     orva::register_frmRem1(modal, state);
     orva::register_frmRemnote(modal, state);
     orva::register_frmAnimate(modal, state);
+    orva::register_frmSearch(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }
