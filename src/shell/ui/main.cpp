@@ -13,6 +13,7 @@
 #include "search/ui/frmSearch.h"
 #include "shell/single_instance.h"
 #include "shell/ui/frmCal.h"
+#include "tlist/ui/frmToDo.h"
 #include "tzone/ui/frmTzone.h"
 
 #include <QApplication>
@@ -57,6 +58,7 @@ int main(int argc, char** argv) {
     orva::register_frmRem1(modal, state);
     orva::register_frmRemnote(modal, state);
     orva::register_frmAnimate(modal, state);
+    orva::register_frmToDo(modal, state);
     orva::register_frmTzone(modal, state);
     orva::register_frmSearch(modal, state);
     if (!window.start(instance)) return 0;
