@@ -512,3 +512,57 @@ TEST_F(DayPage, DeleteToolRemovesTheSelectedEntryFromTheFileAndTheGrid) {
 
 } // namespace
 } // namespace orva
+
+namespace orva {
+namespace {
+
+class ToolPictures : public testing::MainWindowTest {};
+
+TEST_F(ToolPictures, FindTZoneAndTListOpenTheirFormsWithTheirCaptionsAndTips) {
+    launch();
+    struct Tool {
+        const char* name;
+        const char* caption;
+        const char* tip;
+        const char* form;
+    };
+    for (const Tool& t : {Tool{"imageFind", "Find", "Find appointments", "frmSearch"},
+                          Tool{"imgTzone", "T- Zone", "Time Zones", "frmTzone"},
+                          Tool{"imgTlist", "T- List", "To Do list", "frmToDo"}}) {
+        auto* b = find<QToolButton>(t.name);
+        ASSERT_NE(b, nullptr) << t.name;
+        EXPECT_TRUE(b->isVisible()) << t.name;
+        EXPECT_EQ(b->text(), t.caption);
+        EXPECT_EQ(b->toolTip(), t.tip);
+        QTest::mouseClick(b, Qt::LeftButton);
+        const auto* opened = m.last(u"form");
+        ASSERT_NE(opened, nullptr) << t.name;
+        EXPECT_EQ(opened->text, t.form);
+    }
+    EXPECT_TRUE(m.messages().empty());
+}
+
+TEST_F(ToolPictures, TListAndTZoneOpenWithNoCalendarOpen) {
+    launch();
+    s().cal_path.clear();
+    QTest::mouseClick(find<QToolButton>("imgTlist"), Qt::LeftButton);
+    QTest::mouseClick(find<QToolButton>("imgTzone"), Qt::LeftButton);
+    std::vector<QString> forms;
+    for (const auto& shown : m.shown)
+        if (shown.kind == u"form") forms.push_back(shown.text);
+    EXPECT_EQ(forms, (std::vector<QString>{QStringLiteral("frmToDo"), QStringLiteral("frmTzone")}));
+    EXPECT_TRUE(m.messages().empty());
+}
+
+TEST_F(ToolPictures, TListAndTZoneStandInTheWeekAndMonthPlannersToo) {
+    launch();
+    for (const char* view : {"imageWeek", "imageMonth"}) {
+        QTest::mouseClick(find<QToolButton>(view), Qt::LeftButton);
+        QApplication::processEvents();
+        for (const char* tool : {"imageFind", "imgTlist", "imgTzone"})
+            EXPECT_TRUE(find<QToolButton>(tool)->isVisible()) << view << " " << tool;
+    }
+}
+
+} // namespace
+} // namespace orva
