@@ -14,6 +14,7 @@
 #include "state/options.h"
 #include "store/calendar_file.h"
 #include "store/member_format.h"
+#include "tlist/tlist.h"
 #include "views/day_view.h"
 #include "views/detail_pane.h"
 #include "views/navigator.h"
@@ -249,6 +250,23 @@ void grid_file() {
     Grid tall(6, 2);
     tall.setRowHeight(2, std::numeric_limits<int>::max());
     write("grid_file", "row_of_the_tallest_height", tall.save_bytes());
+
+    // A to-do sheet as its member holds it: a check-box column with ticked,
+    // empty and absent boxes, a least row height, styled and indented lines.
+    {
+        Shared store;
+        PlannerState view;
+        OptionsState options;
+        ToDoForm sheet;
+        frmToDo_Load(store, view, options, sheet);
+        Grid& t = sheet.vsToDo;
+        t.setTextMatrix(2, todo_col::text, QStringLiteral("    Call the plumber"));
+        t.setCellChecked(1, todo_col::check, CheckBox::Checked);
+        t.setCellChecked(2, todo_col::check, CheckBox::Unchecked);
+        t.setCell(CellSetting::FontBold, 1, todo_col::text, true);
+        t.setCell(CellSetting::ForeColor, 2, todo_col::text, rgb(200, 0, 0));
+        write("grid_file", "todo_sheet", t.save_bytes());
+    }
 }
 
 // --- whole calendar files ----------------------------------------------------

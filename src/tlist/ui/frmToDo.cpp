@@ -75,7 +75,8 @@ FrmToDo::FrmToDo(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     vsToDo_ = new GridWidget(this);
     name_control(vsToDo_, QStringLiteral("vsToDo"), QStringLiteral("To do list"));
     vsToDo_->set_picture_provider(sheet_pictures());
-    vsToDo_->viewport()->installEventFilter(this);
+    sheet_viewport_ = vsToDo_->viewport();
+    sheet_viewport_->installEventFilter(this);
     Label2_->setBuddy(vsToDo_);
 
     Image1_ = new QToolButton(this);
@@ -214,7 +215,9 @@ void FrmToDo::reject() {
 }
 
 bool FrmToDo::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == vsToDo_->viewport() && (event->type() == QEvent::MouseButtonPress ||
+    // Compared by address: the filter still hears the viewport while the
+    // grid around it is being destroyed.
+    if (watched == sheet_viewport_ && (event->type() == QEvent::MouseButtonPress ||
                                            event->type() == QEvent::MouseButtonDblClick)) {
         bool cancel = false;
         vsToDo_BeforeMouseDown(f_, static_cast<QMouseEvent*>(event)->button(), cancel);

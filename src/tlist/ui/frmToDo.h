@@ -53,6 +53,7 @@ class FrmToDo : public QDialog {
     QToolBar* Toolbar1_ = nullptr;
     QLabel* Label2_ = nullptr;
     GridWidget* vsToDo_ = nullptr;
+    QObject* sheet_viewport_ = nullptr;
     QToolButton* Image1_ = nullptr;
     QComboBox* typeIcombo_ = nullptr;
     QPushButton* Command1_ = nullptr;
