@@ -236,6 +236,7 @@ void Archive::forget(const QString& k) {
 }
 
 Archive::Conn* Archive::open(const QString& k, bool create) {
+    if (read_only_) create = false;
     // SQLite would open an empty name as a private temporary database and
     // report success for a calendar that is not there.
     if (k.isEmpty()) {
@@ -294,7 +295,8 @@ Archive::Conn* Archive::open(const QString& k, bool create) {
     }
 
     sqlite3* db = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+    const int flags = read_only_ ? SQLITE_OPEN_READONLY
+                                 : SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
     int rc = sqlite3_open_v2(QFile::encodeName(k).constData(), &db, flags, nullptr);
     if (rc != SQLITE_OK) {
         qCWarning(lcStore) << "cannot open" << k << sqlite3_errmsg(db);

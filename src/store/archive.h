@@ -117,6 +117,11 @@ class Archive {
     // How long a command waits for another process's write lock.
     void set_busy_timeout_ms(int ms);
 
+    // Opens every file read-only from then on: nothing is written to it, its
+    // journal mode included, and no log files appear beside it. For the data
+    // files that ship with the program; writes fail (err::denied).
+    void set_read_only(bool on) { read_only_ = on; }
+
     // Called after each member a command settles inside its transaction,
     // also one whose bytes were already stored and so were not written again;
     // tests use it to kill the process in the middle of a command.
@@ -152,6 +157,7 @@ class Archive {
     std::vector<Notice> notices_;
     QSet<QString> damaged_seen_; // file + "\n" + member, told once
     int busy_timeout_ms_;
+    bool read_only_ = false;
     int error_ = 0;
 };
 

@@ -115,6 +115,8 @@ void Form_Load(TzoneForm& f, const QString& app_path) {
         // An archive of its own: the table is read once and its file let go,
         // whatever calendar the shared archive holds open.
         Archive archive;
+        // Shipped data: read as it is, never touched.
+        archive.set_read_only(true);
         e = archive.get(path, QStringLiteral("Tzones.grd"), bytes);
     }
     if (e == err::not_found) {

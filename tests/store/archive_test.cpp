@@ -432,3 +432,27 @@ TEST_F(SqliteArchive, CalendarBeingMadeByAnotherConnectionIsSeenOnceItIsCommitte
     EXPECT_EQ(seen_during, QStringList()) << "nothing committed yet";
     EXPECT_EQ(a.members(cal), QStringList{"Calopt.tmp"});
 }
+
+TEST_F(SqliteArchive, ReadOnlyArchiveReadsAShippedFileWithoutTouchingIt) {
+    const QString shipped = dir.filePath("Tzones.ach");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVACAL_SOURCE_DATA_DIR "/Tzones.ach"), shipped));
+    const QByteArray before = read(shipped);
+    Archive reader;
+    reader.set_read_only(true);
+    QByteArray bytes;
+    ASSERT_EQ(reader.get(shipped, "Tzones.grd", bytes), 0);
+    EXPECT_FALSE(bytes.isEmpty());
+    EXPECT_EQ(reader.put(shipped, "extra", "x"), err::denied);
+    reader.close(shipped);
+    EXPECT_EQ(read(shipped), before);
+    EXPECT_FALSE(QFile::exists(shipped + "-wal"));
+    EXPECT_FALSE(QFile::exists(shipped + "-shm"));
+}
+
+TEST_F(SqliteArchive, ReadOnlyArchiveCreatesNoMissingFile) {
+    Archive reader;
+    reader.set_read_only(true);
+    const QString missing = dir.filePath("none.ach");
+    EXPECT_EQ(reader.put(missing, "m", "x"), err::not_found);
+    EXPECT_FALSE(QFile::exists(missing));
+}

@@ -1,5 +1,6 @@
 #include "tzone_fixtures.h"
 
+#include <QFile>
 #include <QLocale>
 #include <QTimeZone>
 #include <gtest/gtest.h>
@@ -50,6 +51,20 @@ TEST_F(Tzone, ListsHoldTheNamesSortedFromRowOneAndIndexPlusOneIsTheGridRow) {
         EXPECT_EQ(f.vsTzones.TextMatrix(i + 1, 0), f.List1[i]);
     EXPECT_EQ(f.vsTzones.TextMatrix(0, 0), "Zone");
     EXPECT_TRUE(env.m.shown.empty());
+}
+
+TEST_F(Tzone, OpeningReadsTheShippedTableWithoutTouchingIt) {
+    const QString table = tzones_archive_path(env.app_path());
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ORVACAL_SOURCE_DATA_DIR "/Tzones.ach"), table));
+    QFile file(table);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    file.close();
+    Form_Load(f, env.app_path());
+    EXPECT_GT(f.List1.size(), 400);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
+    EXPECT_FALSE(QFile::exists(table + QStringLiteral("-wal")));
 }
 
 TEST_F(Tzone, MissingTableSaysFileNotFoundWithTheArchivePathAndTheListsStayEmpty) {
