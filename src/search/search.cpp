@@ -30,13 +30,6 @@ enum : int {
     col_last = 23,
 };
 
-QString right_trimmed(const QString& s) {
-    qsizetype n = s.size();
-    while (n > 0 && s.at(n - 1).isSpace())
-        --n;
-    return s.left(n);
-}
-
 QString left_trimmed(const QString& s) {
     qsizetype i = 0;
     while (i < s.size() && s.at(i) == QLatin1Char(' '))
@@ -68,7 +61,7 @@ bool is_hit(SearchForm& f, const appt_rec& r) {
         return f.matcher.matches() > 0;
     case 2:
         if (f.srch_type == u"0") return true;
-        return right_trimmed(r.appt_type.str()) == right_trimmed(f.srch_type);
+        return rtrim(r.appt_type.str()) == rtrim(f.srch_type);
     default:
         return true;
     }
@@ -135,10 +128,13 @@ void Form_Load(SearchForm& f) {
 void fit_grid(SearchForm& f) {
     Grid& g = f.srchGrid;
     g.set_extent(f.width - f.grid_left - 270, f.height - f.grid_top - 420);
-    const int w = g.Width();
+    share_columns(g, g.Width());
+}
+
+void share_columns(Grid& g, int room) {
     const int shares[] = {30, 20, 10, 10, 30};
     for (int c = 0; c < 5 && c < g.Cols(); ++c)
-        g.setColWidth(c, w * shares[c] / 100);
+        g.setColWidth(c, room * shares[c] / 100);
 }
 
 void Command1_Click(Shared& s, SearchForm& f) {
@@ -227,11 +223,11 @@ void add_hit(SearchForm& f, const appt_rec& r) {
     const int row = g.Rows() - 1;
     const QString date = r.appt_date.str();
     const QString texts[srch_cols] = {
-        right_trimmed(r.appt_text.str()),
+        rtrim(r.appt_text.str()),
         short_date(text_to_date(date)),
         format_field_ampm(r.appt_start.str(), false),
         format_field_ampm(r.appt_end.str(), false),
-        right_trimmed(r.appt_notes.str()),
+        rtrim(r.appt_notes.str()),
         r.appt_first_date.str(),
         date,
         r.appt_start.str(),
@@ -255,7 +251,7 @@ void add_hit(SearchForm& f, const appt_rec& r) {
     // Cell by cell rather than one tabbed line: notes may hold a tab.
     for (int c = 0; c < srch_cols && c < g.Cols(); ++c)
         g.setTextMatrix(row, c, texts[c]);
-    const QString type = right_trimmed(r.appt_type.str());
+    const QString type = rtrim(r.appt_type.str());
     if (!type.isEmpty()) {
         g.setCell(CellSetting::Picture, row, col_text, type);
         g.setCell(CellSetting::PictureAlignment, row, col_text, int(Align::LeftCenter));

@@ -96,6 +96,8 @@ void show_hit(AppState& s, SearchForm& f, int row);
 // The grid fitted to the form, its shown columns at 30, 20, 10, 10 and 30
 // percent of its width.
 void fit_grid(SearchForm& f);
+// The shown columns at those percentages of `room` twips.
+void share_columns(Grid& g, int room);
 
 // lblHits for a count and the pickers' dates.
 QString hits_text(int hits, const QDate& from, const QDate& to);

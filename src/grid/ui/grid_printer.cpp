@@ -15,26 +15,6 @@
 namespace orva {
 namespace {
 
-QColor qcolor(Color c) {
-    return QColor(red_of(c), green_of(c), blue_of(c));
-}
-
-Qt::Alignment qt_align(int a, bool number) {
-    switch (Align(a)) {
-    case Align::LeftTop: return Qt::AlignLeft | Qt::AlignTop;
-    case Align::LeftCenter: return Qt::AlignLeft | Qt::AlignVCenter;
-    case Align::LeftBottom: return Qt::AlignLeft | Qt::AlignBottom;
-    case Align::CenterTop: return Qt::AlignHCenter | Qt::AlignTop;
-    case Align::CenterCenter: return Qt::AlignHCenter | Qt::AlignVCenter;
-    case Align::CenterBottom: return Qt::AlignHCenter | Qt::AlignBottom;
-    case Align::RightTop: return Qt::AlignRight | Qt::AlignTop;
-    case Align::RightCenter: return Qt::AlignRight | Qt::AlignVCenter;
-    case Align::RightBottom: return Qt::AlignRight | Qt::AlignBottom;
-    case Align::General: break;
-    }
-    return (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
-}
-
 QFont cell_font(const Grid& g, int row, int col, double scale) {
     QFont f(g.Cell(CellSetting::FontName, row, col).toString());
     f.setPointSizeF(std::max(1.0, g.Cell(CellSetting::FontSize, row, col).toDouble() * scale));
@@ -116,8 +96,8 @@ class Job {
             const double w = px(g_.ColWidth(c));
             const QRectF cell(x, y_, w, h);
             const Color back = Color(g_.Cell(CellSetting::BackColor, r, c).toUInt());
-            if (back != rgb(255, 255, 255)) p_.fillRect(cell, qcolor(back));
-            p_.setPen(QPen(qcolor(g_.GridColor()), 0));
+            if (back != rgb(255, 255, 255)) p_.fillRect(cell, qt_color(back));
+            p_.setPen(QPen(qt_color(g_.GridColor()), 0));
             p_.drawRect(cell);
 
             QRectF inner = cell.adjusted(pad, 0, -pad, 0);
@@ -139,11 +119,9 @@ class Job {
             const QString text = g_.TextMatrix(r, c);
             if (!text.isEmpty()) {
                 p_.setFont(cell_font(g_, r, c, scale_));
-                p_.setPen(qcolor(Color(g_.Cell(CellSetting::ForeColor, r, c).toUInt())));
-                bool number = false;
-                text.trimmed().toDouble(&number);
+                p_.setPen(qt_color(Color(g_.Cell(CellSetting::ForeColor, r, c).toUInt())));
                 const Qt::Alignment a =
-                    qt_align(g_.Cell(CellSetting::Alignment, r, c).toInt(), number);
+                    qt_alignment(Align(g_.Cell(CellSetting::Alignment, r, c).toInt()), text);
                 p_.drawText(inner, int(a) | Qt::TextSingleLine,
                             QFontMetricsF(p_.font(), &printer_)
                                 .elidedText(text, Qt::ElideRight, inner.width()));

@@ -270,12 +270,9 @@ void FrmSearch::resizeEvent(QResizeEvent* event) {
     const QPoint at = srchGrid_->mapTo(this, QPoint(0, 0));
     f_.grid_left = twips(at.x());
     f_.grid_top = twips(at.y(), Qt::Vertical);
-    fit_grid(f_);
+    f_.srchGrid.set_extent(twips(srchGrid_->width()), twips(srchGrid_->height(), Qt::Vertical));
     // The widget's own room decides what fits beside the scroll bar.
-    const int room = twips(srchGrid_->columns_room());
-    const int shares[] = {30, 20, 10, 10, 30};
-    for (int c = 0; c < 5 && c < f_.srchGrid.Cols(); ++c)
-        f_.srchGrid.setColWidth(c, room * shares[c] / 100);
+    share_columns(f_.srchGrid, twips(srchGrid_->columns_room()));
     srchGrid_->refresh();
 }
 
