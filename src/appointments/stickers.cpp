@@ -100,12 +100,25 @@ constexpr Row detail_rows[] = {
     {"DtlCount", "", u"\U0001F522"},
 };
 
+// Corner pictures of the skins (themePic), drawn like the stickers so that
+// the band shows the same emoji font as the planners.
+constexpr Row skin_rows[] = {
+    {"Flag", "", u"\U0001F1FA\U0001F1F8"}, {"Ctree", "", u"\U0001F332"},
+    {"Xmasbells", "", u"\U0001F514"},      {"Valentine", "", u"\U0001F498"},
+    {"Easter_lilly", "", u"\U0001F337"},   {"pumpkin2", "", u"\U0001F383"},
+    {"Globe", "", u"\U0001F30D"},          {"St_patrick_hat", "", u"\U0001F3A9"},
+    {"Sun", "", u"\u2600\uFE0F"},          {"Thanksgiving1", "", u"\U0001F983"},
+};
+
 const QHash<QString, QString>& emoji_by_key() {
     static const QHash<QString, QString> map = [] {
         QHash<QString, QString> m;
         for (const Row& r : rows)
             m.insert(QString::fromLatin1(r.key), QString::fromUtf16(r.emoji));
         for (const Row& r : detail_rows)
+            m.insert(QString::fromLatin1(r.key), QString::fromUtf16(r.emoji));
+        // "Snowflake" is a sticker already and serves both.
+        for (const Row& r : skin_rows)
             m.insert(QString::fromLatin1(r.key), QString::fromUtf16(r.emoji));
         return m;
     }();

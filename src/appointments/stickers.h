@@ -41,7 +41,7 @@ void fill_stickers(StickerList& list, const QString& form_name);
 
 // The emoji that draws a sticker or other picture key, "" for a key with none.
 // Besides the sticker keys it knows the detail-line keys ("DtlTime",
-// "DtlReminder", "DtlCount").
+// "DtlReminder", "DtlCount") and the skins' corner pictures ("Globe", ...).
 QString picture_emoji(const QString& key);
 
 } // namespace orva

@@ -10,6 +10,7 @@ namespace orva {
 struct MenuChecks {
     bool mnuColorY = true;       // appointment cells yellow
     bool mnuColorSelect = false; // appointment cells in the chosen colour
+    bool mnuNoColor = false;     // "Transparent"; a load never sets it
     bool mnuTips = true;         // "Tooltips"
     bool mnuShowTimes = true;    // "Show Times in appointment text"
     bool mnuStat = true;         // "Show status bar"; the bar follows it

@@ -28,6 +28,10 @@ class WindowPort {
     virtual bool hide_to_tray() = 0;
     virtual void sync_menus() = 0;  // the menu checks changed
     virtual void end_program() = 0; // closes everything at once
+    // The saved skin comes up (the options' own step). The skins live above
+    // the options and need the desktop's colours, which the window knows; a
+    // window that is not there keeps the colours as they stand.
+    virtual void select_skin() {}
 };
 
 // A window that is not there: it has no frame (so an options save keeps the

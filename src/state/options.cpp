@@ -163,8 +163,7 @@ void apply_options(Shared& store, PlannerState& view, OptionsState& options, Win
     }
 
     options.anim_speed = speed;
-    // Skins are chosen by name here once the skin commands exist; until then
-    // skin_name is carried through the row unchanged.
+    w.select_skin();
     if (options.appt_color_mode == u"3") options.appt_back_color = view.vsSched.BackColor();
     fonts_to_grids(view, options);
     options.work_start = QStringLiteral("8:00:00 AM");

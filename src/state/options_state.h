@@ -8,6 +8,8 @@
 
 namespace orva {
 
+struct FontsForm;
+
 // The options of the open calendar: the row of 20 columns in vsSettings, the
 // variables it is read into and written from, and the menu checks it carries.
 struct OptionsState {
@@ -26,6 +28,9 @@ struct OptionsState {
     int form_height = 0, form_width = 0, form_top = 0, form_left = 0; // twips
     int form_state = 0;           // 0 normal, 1 minimised, 2 maximised
     QString work_start, work_end; // "8:00:00 AM", "5:00:00 PM"
+    // The font dialog while it is open, so the form shown through the modal
+    // seam works on the command's copy; null when it is not.
+    FontsForm* fonts_form = nullptr;
 };
 
 // The options' font colour; none when its text is no number.

@@ -2,6 +2,7 @@
 
 #include "core/controls.h"
 #include "grid/grid.h"
+#include "state/skin_state.h"
 
 #include <QDate>
 #include <QString>
@@ -41,6 +42,7 @@ struct PlannerState {
     // draws its week boxes in it.
     Color label1_back_color = rgb(0, 128, 128);
     QString tab_key = QStringLiteral("appt"); // key of the selected tab of TabStrip1
+    SkinState skin; // band, tool bar and corner picture of the skin in force
 
     // --- day planner ------------------------------------------------------
     qint16 day_appts = 0;            // entries laid on the day grid

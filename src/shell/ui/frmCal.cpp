@@ -1,5 +1,8 @@
 #include "shell/ui/frmCal.h"
 
+#include "appearance/colors_fonts.h"
+#include "appearance/skins.h"
+#include "appearance/ui/skin_palette.h"
 #include "appointments/delete_copy.h"
 #include "appointments/stickers.h"
 #include "appointments/ui/sticker_pictures.h"
@@ -23,6 +26,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCursor>
 #include <QDropEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -95,6 +99,7 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
                                    QIcon(QStringLiteral(":/orvacal.svg"))));
     build_page();
     build_menus();
+    build_skin_menu();
     connect_day_grid();
     connect_overview();
     connect_navigator();
@@ -153,6 +158,17 @@ void frmCal::build_page() {
         QStringLiteral("QLabel#Label1 { background: %1; color: %2; padding-left: 8px; }")
             .arg(css(s_.label1_back_color), css(band_text)));
 
+    // The skin's picture stands at the band's right end, whatever the band's
+    // width in the planner shown.
+    themePic = new QLabel(Label1);
+    name_control(themePic, QStringLiteral("themePic"), QStringLiteral("Skin picture"));
+    themePic->setAutoFillBackground(true);
+    themePic->setAlignment(Qt::AlignCenter);
+    auto* band = new QHBoxLayout(Label1);
+    band->setContentsMargins(0, 0, 6, 0);
+    band->addStretch(1);
+    band->addWidget(themePic);
+
     Frame3 = new QFrame(page_);
     name_control(Frame3, QStringLiteral("Frame3"), QStringLiteral("Tools"));
     Frame3->setStyleSheet(
@@ -197,6 +213,10 @@ void frmCal::build_page() {
     strip->addWidget(tool(Frame3, QStringLiteral("imgTlist"), QStringLiteral("T- List"),
                           QStringLiteral("To Do list"), QStringLiteral("view-task"),
                           QStringLiteral("\U0001F4DD")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imgSkins"), QStringLiteral("Skins"),
+                          QStringLiteral("Calendar skins"),
+                          QStringLiteral("preferences-desktop-theme"),
+                          QStringLiteral("\U0001F3A8")));
     strip->addStretch(1);
 
     vsSched = new GridWidget(page_);
@@ -375,6 +395,37 @@ void frmCal::build_menus() {
         });
         sync_menus();
     });
+
+    QMenu* custom = menuBar()->addMenu(tr("&Customize"));
+    custom->setObjectName(QStringLiteral("mnuCustom"));
+    // The sub-menus' own actions carry the program names: the logic enables
+    // mnuColor by name, and a QMenu widget of that name would be shown, not
+    // enabled.
+    QMenu* color = custom->addMenu(QStringLiteral("Color"));
+    color->menuAction()->setObjectName(QStringLiteral("mnuColor"));
+    QMenu* backc = color->addMenu(QStringLiteral("Appointment Background (applies to all appts)"));
+    backc->menuAction()->setObjectName(QStringLiteral("mnuBackc"));
+    const auto color_entry = [this, backc](const char* name, const QString& caption,
+                                           void (*command)(AppState&, WindowPort&)) {
+        QAction* a = backc->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        a->setCheckable(true);
+        connect(a, &QAction::triggered, this, [this, command] {
+            run([&] { command(s_, *this); });
+            sync_menus();
+        });
+    };
+    color_entry("mnuColorY", QStringLiteral("Use Default Yellow"), mnuColorY_Click);
+    color_entry("mnuNoColor", QStringLiteral("Transparent"), mnuNoColor_Click);
+    color_entry("mnuColorSelect", QStringLiteral("Select Color"), mnuColorSelect_Click);
+    QAction* fonts = custom->addAction(QStringLiteral("Fonts"));
+    fonts->setObjectName(QStringLiteral("mnuFonts"));
+    connect(fonts, &QAction::triggered, this, [this] {
+        run([this] { mnuFonts_Click(s_, *this); });
+        vsSched->refresh();
+        vsDtl->refresh();
+    });
+    sync_menus();
 }
 
 void frmCal::connect_day_grid() {
@@ -468,6 +519,7 @@ void frmCal::connect_navigator() {
     clicked("imageFind", [] { modal().open_form(QStringLiteral("frmSearch")); });
     clicked("imgTzone", [] { modal().open_form(QStringLiteral("frmTzone")); });
     clicked("imgTlist", [] { modal().open_form(QStringLiteral("frmToDo")); });
+    clicked("imgSkins", [this] { mnuThemes->popup(QCursor::pos()); });
     clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
     clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
@@ -589,8 +641,24 @@ void frmCal::sync_controls() {
         label->setText(it->second.text);
         label->setToolTip(it->second.tip);
     }
+    // The notes box has no font of its own in the logic: it shows the
+    // planners' shared one, colour included.
+    QFont notes(s_.grid_font_name.isEmpty() ? rtNotes->font().family() : s_.grid_font_name);
+    notes.setPointSizeF(grid_font_points(s_));
+    notes.setBold(s_.grid_font_bold);
+    notes.setItalic(s_.grid_font_italic);
+    if (rtNotes->font() != notes) rtNotes->setFont(notes);
+    if (const auto fore = font_color(s_)) {
+        QPalette p = rtNotes->palette();
+        const QColor c(red_of(*fore), green_of(*fore), blue_of(*fore));
+        if (p.color(QPalette::Text) != c) {
+            p.setColor(QPalette::Text, c);
+            rtNotes->setPalette(p);
+        }
+    }
     show_combo_list(Combo1, s_.Combo1);
     show_combo_list(Combo2, s_.Combo2);
+    sync_skin();
     for (GridWidget* g : {vsSched, vsOvervw, Cal})
         g->setToolTip(g->grid() ? g->grid()->ToolTipText() : QString());
     const QString planner =
@@ -831,12 +899,127 @@ void frmCal::sync_menus() {
     mnuTips->setChecked(s_.menus.mnuTips);
     mnuShowTimes->setChecked(s_.menus.mnuShowTimes);
     mnuStat->setChecked(s_.menus.mnuStat);
+    const std::pair<const char*, bool> color_checks[] = {
+        {"mnuColorY", s_.menus.mnuColorY},
+        {"mnuNoColor", s_.menus.mnuNoColor},
+        {"mnuColorSelect", s_.menus.mnuColorSelect}};
+    for (const auto& [name, on] : color_checks)
+        if (QAction* a = findChild<QAction*>(QString::fromLatin1(name))) a->setChecked(on);
 }
 
 void frmCal::end_program() {
     ended_ = true;
     emit programEnded();
     QCoreApplication::quit();
+}
+
+// --- skins -----------------------------------------------------------------
+
+namespace {
+
+// Each tool picture shows its label as its own caption.
+const std::pair<const char*, const char*> tool_of_label[] = {
+    {"Label15", "imageDay"},     {"Label16", "imageWeek"},  {"Label17", "imageMonth"},
+    {"Label3", "imageReminder"}, {"Label2", "imageClock"},  {"Label13", "imageFind"},
+    {"Label7", "imagePrint"},    {"Label4", "ImageArrow0"}, {"Label5", "ImageArrow1"},
+    {"Label18", "imgRem"},       {"Label11", "imgSkins"},   {"Label12", "imgTzone"},
+    {"Label10", "imgTlist"},     {"Label14", "Image3"},
+};
+
+constexpr int theme_pic_px = 28;
+
+void set_base(QWidget* w, Color c) {
+    const QColor q(red_of(c), green_of(c), blue_of(c));
+    QPalette p = w->palette();
+    if (p.color(QPalette::Base) == q) return;
+    p.setColor(QPalette::Base, q);
+    w->setPalette(p);
+}
+
+} // namespace
+
+void frmCal::build_skin_menu() {
+    mnuThemes = menuBar()->addMenu(QStringLiteral("&Skins"));
+    mnuThemes->setObjectName(QStringLiteral("mnuThemes"));
+    QMenu* holiday = mnuThemes;
+    for (const SkinMenuItem& m : skin_menu()) {
+        QMenu* parent = m.parent == u"mnuHoliday" ? holiday : mnuThemes;
+        if (m.skin_key.isEmpty()) {
+            holiday = parent->addMenu(m.caption);
+            holiday->menuAction()->setObjectName(m.name);
+            continue;
+        }
+        QAction* a = parent->addAction(m.caption);
+        a->setObjectName(m.name);
+        a->setCheckable(true);
+        a->setVisible(m.visible);
+        a->setEnabled(m.enabled);
+        const QString item = m.name;
+        connect(a, &QAction::triggered, this, [this, item] {
+            // The desktop's colours are read at the click, so the standard
+            // skin follows a palette changed while the program runs.
+            run([&] {
+                skin_menu_click(item, s_.store(), s_.view(), s_.options(), *this,
+                                system_colors(QApplication::palette()));
+            });
+            for (GridWidget* g : {vsSched, vsOvervw, Cal})
+                g->refresh();
+        });
+    }
+}
+
+void frmCal::select_skin() {
+    select_saved_skin(s_.view(), s_.options(), system_colors(QApplication::palette()));
+}
+
+void frmCal::sync_skin() {
+    const SkinState& k = s_.skin;
+    const auto colors_of = [&](const char* label, LabelColors design) {
+        const auto it = k.labels.find(QString::fromLatin1(label));
+        return it == k.labels.end() ? design : it->second;
+    };
+    const Color palette_text = to_color(palette().color(QPalette::WindowText));
+
+    const LabelColors title = colors_of("Label1", {s_.label1_back_color, band_text});
+    const QString label1_css =
+        QStringLiteral("QLabel#Label1 { background: %1; color: %2; padding-left: 8px; }")
+            .arg(css(title.back), css(title.text));
+    if (Label1->styleSheet() != label1_css) Label1->setStyleSheet(label1_css);
+
+    // Tools whose label the skins do not name still sit on the tool bar's
+    // colour: their captions keep the bar's text colour while it reads there.
+    const LabelColors strip = colors_of("Label15", {strip_back, strip_text});
+    QString strip_css =
+        QStringLiteral("QFrame#Frame3 { background: %1; }"
+                       " QToolButton { color: %2; border: none; border-radius: 3px;"
+                       " padding: 1px 3px; background: transparent; }"
+                       " QToolButton:hover { background: rgba(255,255,255,56); }"
+                       " QToolButton:pressed { background: rgba(0,0,0,56); }")
+            .arg(css(k.frame3_back), css(readable_text(strip.text, k.frame3_back, palette_text)));
+    for (const auto& [label, tool_name] : tool_of_label) {
+        const auto it = k.labels.find(QString::fromLatin1(label));
+        if (it == k.labels.end()) continue;
+        strip_css +=
+            QStringLiteral(" QToolButton#%1 { color: %2; background: %3; }")
+                .arg(QString::fromLatin1(tool_name), css(it->second.text), css(it->second.back));
+    }
+    if (Frame3->styleSheet() != strip_css) Frame3->setStyleSheet(strip_css);
+
+    const QString pic_css =
+        QStringLiteral("QLabel#themePic { background: %1; }").arg(css(k.theme_back));
+    if (themePic->styleSheet() != pic_css) themePic->setStyleSheet(pic_css);
+    if (themePic->property("key").toString() != k.themePic) {
+        themePic->setProperty("key", k.themePic);
+        themePic->setPixmap(sticker_picture(k.themePic, theme_pic_px));
+        themePic->setToolTip(k.themePic);
+    }
+
+    set_base(vsSched, k.sched_back_bkg);
+    set_base(Cal, k.cal_back_bkg);
+
+    for (const SkinMenuItem& m : skin_menu())
+        if (QAction* a = findChild<QAction*>(m.name); a && a->isCheckable())
+            a->setChecked(m.name == k.checked_item);
 }
 
 } // namespace orva

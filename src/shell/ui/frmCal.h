@@ -8,6 +8,7 @@
 //   views/        the planners: day grid (day_view), its page (day_layout),
 //                 navigator, detail pane, status bar
 //   appointments/ stickers, quick add and notes (logic and their dialogs)
+//   appearance/   skins (band, tool bar, grid colours, corner picture)
 // The planners compute into the Grids and Controls of AppState; the widgets
 // here only render them and pass events back. The window holds no rule of
 // its own: it forwards input to the logic, copies the logic's control states
@@ -69,6 +70,7 @@ class frmCal final : public QMainWindow, public WindowPort {
     bool hide_to_tray() override;
     void sync_menus() override;
     void end_program() override;
+    void select_skin() override;
 
   signals:
     void programEnded();
@@ -82,6 +84,11 @@ class frmCal final : public QMainWindow, public WindowPort {
   private:
     void build_page();
     void build_menus();
+    // The skin menu from the skins' table; also the pop-up of imgSkins.
+    void build_skin_menu();
+    // Colours of the band, tool bar, corner picture and grid surrounds, and
+    // the skin menu's check mark, from PlannerState::skin.
+    void sync_skin();
     void connect_day_grid();
     void connect_overview();
     void connect_navigator();
@@ -117,6 +124,8 @@ class frmCal final : public QMainWindow, public WindowPort {
     QStatusBar* StatusBar1 = nullptr;
     std::map<QString, QLabel*> panels_; // by key
     QMenu* mnuEdit = nullptr;
+    QMenu* mnuThemes = nullptr;
+    QLabel* themePic = nullptr;
     QAction* mnuNew = nullptr;
     QAction* mnuOpen = nullptr;
     QAction* mnuDelete = nullptr;

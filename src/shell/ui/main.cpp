@@ -1,3 +1,4 @@
+#include "appearance/ui/frmFonts.h"
 #include "appointments/ui/frmAppt1.h"
 #include "appointments/ui/frmNotes.h"
 #include "appointments/ui/frmOccurs.h"
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
     orva::register_frmToDo(modal, state);
     orva::register_frmTzone(modal, state);
     orva::register_frmSearch(modal, state);
+    orva::register_frmFonts(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }
