@@ -4,5 +4,6 @@ namespace orva {
 
 Q_LOGGING_CATEGORY(lcStore, "orvacal.store")
 Q_LOGGING_CATEGORY(lcSound, "orvacal.sound")
+Q_LOGGING_CATEGORY(lcShell, "orvacal.shell")
 
 } // namespace orva

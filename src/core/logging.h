@@ -12,4 +12,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcStore)
 // for a fault of the sound system itself, is not told.
 Q_DECLARE_LOGGING_CATEGORY(lcSound)
 
+// The shell's dealings with the desktop: the tray and the autostart entry.
+Q_DECLARE_LOGGING_CATEGORY(lcShell)
+
 } // namespace orva

@@ -24,8 +24,14 @@ class WindowPort {
     virtual void show_day_view() = 0;
     virtual void show_long_date(const QString& text) = 0;
     virtual void set_busy(bool busy) = 0; // the hourglass
-    // Hides to the tray when there is one; false when there is none.
+    // Hides the window when a tray shows our icon and returns true. Without
+    // one it minimises the window instead, which the task bar can bring back,
+    // and returns false: a hidden window could not be reached again.
     virtual bool hide_to_tray() = 0;
+    // Shows the window again after it was hidden or minimised.
+    virtual void show_window() {}
+    // True while the window is hidden (not merely minimised).
+    virtual bool window_hidden() const { return false; }
     virtual void sync_menus() = 0;  // the menu checks changed
     virtual void end_program() = 0; // closes everything at once
     // The saved skin comes up (the options' own step). The skins live above

@@ -8,6 +8,7 @@
 #include <QString>
 #include <array>
 #include <map>
+#include <set>
 
 namespace orva {
 
@@ -43,6 +44,9 @@ struct PlannerState {
     Color label1_back_color = rgb(0, 128, 128);
     QString tab_key = QStringLiteral("appt"); // key of the selected tab of TabStrip1
     SkinState skin; // band, tool bar and corner picture of the skin in force
+    // The tool strip's looks: labels lit by the mouse (by label name) and
+    // pictures drawn pressed (by picture name).
+    std::set<QString> tools_lit, tools_pressed;
 
     // --- day planner ------------------------------------------------------
     qint16 day_appts = 0;            // entries laid on the day grid

@@ -14,6 +14,7 @@ class FakeWindow final : public WindowPort {
     bool status_bar = true;
     int layouts = 0, moves = 0, day_views = 0, menu_syncs = 0, ends = 0;
     QString long_date;
+    // Whether a tray shows the icon; the window hidden, or minimised instead.
     bool tray = false, hidden = false;
 
     QRect work_area() const override { return area; }
@@ -34,8 +35,14 @@ class FakeWindow final : public WindowPort {
     void set_busy(bool) override {}
     bool hide_to_tray() override {
         hidden = tray;
+        if (!tray) state = 1;
         return tray;
     }
+    void show_window() override {
+        hidden = false;
+        if (state == 1) state = 0;
+    }
+    bool window_hidden() const override { return hidden; }
     void sync_menus() override { ++menu_syncs; }
     void end_program() override { ++ends; }
 };
