@@ -167,7 +167,7 @@ TEST_F(MainWindowTest, DeletingTheCalendarDisablesTheDeleteCommand) {
     auto run = launch();
     const QString cal = run->state.cal_path;
     m.answers.push_back(Answer::Yes);
-    QAction* del = run->window->findChild<QAction*>(QStringLiteral("mnuDelete"));
+    QAction* del = run->window->findChild<QAction*>(QStringLiteral("mnuFileDelCal"));
     del->trigger();
     EXPECT_FALSE(QFile::exists(cal));
     EXPECT_TRUE(run->state.cal_path.isEmpty());

@@ -9,9 +9,14 @@
 #include "core/modal.h"
 #include "core/ui/form_helpers.h"
 #include "core/ui/tool_icons.h"
+#include "core/ui/tray_probe.h"
 #include "grid/ui/grid_widget.h"
+#include "shell/autostart.h"
+#include "shell/main_menu.h"
 #include "shell/startup.h"
 #include "shell/tick.h"
+#include "shell/tool_strip.h"
+#include "shell/tray.h"
 #include "state/options.h"
 #include "views/day_layout.h"
 #include "views/day_view.h"
@@ -33,16 +38,20 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
+#include <QSystemTrayIcon>
 #include <QTabBar>
 #include <QTextEdit>
 #include <QTimer>
 #include <QToolButton>
 #include <QWindow>
+#include <algorithm>
 
 // Resources of a static library are registered by hand.
 static void init_resources() {
@@ -77,6 +86,25 @@ const std::pair<QString, QString> panel_names[] = {
     {panel_left, QStringLiteral("daysLeft")},
 };
 
+// Ctrl+X is Exit in every view, never Cut: a cell editor or text box with
+// the focus would otherwise claim the key before the menu sees it.
+class ExitKeyFilter final : public QObject {
+  public:
+    explicit ExitKeyFilter(QWidget* window) : QObject(window), window_(window) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::ShortcutOverride) return false;
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->keyCombination() != QKeyCombination(Qt::ControlModifier, Qt::Key_X)) return false;
+        auto* w = qobject_cast<QWidget*>(watched);
+        if (!w || w->window() != window_) return false;
+        key->ignore();
+        return true;
+    }
+
+  private:
+    QWidget* window_;
+};
+
 } // namespace
 
 template <typename F> void frmCal::run(F&& f) {
@@ -98,8 +126,11 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
     setWindowIcon(QIcon::fromTheme(QStringLiteral("x-office-calendar"),
                                    QIcon(QStringLiteral(":/orvacal.svg"))));
     build_page();
-    build_menus();
-    build_skin_menu();
+    const Commands tools = tool_commands();
+    build_tools(tools);
+    build_menus(menu_commands(tools));
+    build_tray();
+    qApp->installEventFilter(new ExitKeyFilter(this));
     connect_day_grid();
     connect_overview();
     connect_navigator();
@@ -178,46 +209,6 @@ void frmCal::build_page() {
     strip_ = strip;
     strip->setContentsMargins(6, 0, 6, 0);
     strip->setSpacing(2);
-    strip->addWidget(tool(Frame3, QStringLiteral("imageDay"), QStringLiteral("Day"),
-                          QStringLiteral("Daily planner"), QStringLiteral("view-calendar-day"),
-                          QStringLiteral("\U0001F4C5")));
-    strip->addWidget(tool(Frame3, QStringLiteral("imageWeek"), QStringLiteral("Wk"),
-                          QStringLiteral("weekly planner"), QStringLiteral("view-calendar-week"),
-                          QStringLiteral("\U0001F5D3\uFE0F")));
-    // "montly" is the tool-tip as the program always had it.
-    strip->addWidget(tool(Frame3, QStringLiteral("imageMonth"), QStringLiteral("Mth"),
-                          QStringLiteral("montly calendar"), QStringLiteral("view-calendar-month"),
-                          QStringLiteral("\U0001F4C6")));
-    // The two names are crossed with what they do: imageReminder adds,
-    // imageClock deletes.
-    strip->addWidget(tool(Frame3, QStringLiteral("imageReminder"), QStringLiteral("Add"),
-                          QStringLiteral("Add an appointment"), QStringLiteral("appointment-new"),
-                          QStringLiteral("\U0001F195")));
-    strip->addWidget(tool(Frame3, QStringLiteral("imageClock"), QStringLiteral("Delete"),
-                          QStringLiteral("Delete Appointment"), QStringLiteral("edit-delete"),
-                          QStringLiteral("\U0001F5D1\uFE0F")));
-    strip->addWidget(tool(Frame3, QStringLiteral("imageFind"), QStringLiteral("Find"),
-                          QStringLiteral("Find appointments"), QStringLiteral("edit-find"),
-                          QStringLiteral("\U0001F50D")));
-    strip->addSpacing(12);
-    strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow0"), QStringLiteral("Prior"),
-                          QStringLiteral("Prior Day"), QStringLiteral("go-previous"),
-                          QStringLiteral("\u25C0\uFE0F")));
-    strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow1"), QStringLiteral("Next"),
-                          QStringLiteral("Next day"), QStringLiteral("go-next"),
-                          QStringLiteral("\u25B6\uFE0F")));
-    strip->addSpacing(12);
-    strip->addWidget(tool(Frame3, QStringLiteral("imgTzone"), QStringLiteral("T- Zone"),
-                          QStringLiteral("Time Zones"), QStringLiteral("preferences-system-time"),
-                          QStringLiteral("\U0001F30D")));
-    strip->addWidget(tool(Frame3, QStringLiteral("imgTlist"), QStringLiteral("T- List"),
-                          QStringLiteral("To Do list"), QStringLiteral("view-task"),
-                          QStringLiteral("\U0001F4DD")));
-    strip->addWidget(tool(Frame3, QStringLiteral("imgSkins"), QStringLiteral("Skins"),
-                          QStringLiteral("Calendar skins"),
-                          QStringLiteral("preferences-desktop-theme"),
-                          QStringLiteral("\U0001F3A8")));
-    strip->addStretch(1);
 
     vsSched = new GridWidget(page_);
     name_control(vsSched, QStringLiteral("vsSched"), QStringLiteral("Day planner"));
@@ -310,122 +301,260 @@ void frmCal::build_page() {
     setStatusBar(StatusBar1);
 }
 
-void frmCal::build_menus() {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->setObjectName(QStringLiteral("mnuFile"));
-    mnuNew = file->addAction(QIcon::fromTheme(QStringLiteral("document-new")), tr("&New..."));
-    mnuNew->setObjectName(QStringLiteral("mnuNew"));
-    mnuOpen = file->addAction(QIcon::fromTheme(QStringLiteral("document-open")), tr("&Open..."));
-    mnuOpen->setObjectName(QStringLiteral("mnuOpen"));
-    mnuDelete = file->addAction(QIcon::fromTheme(QStringLiteral("edit-delete")), tr("&Delete"));
-    mnuDelete->setObjectName(QStringLiteral("mnuDelete"));
-    file->addSeparator();
-    mnuExit = file->addAction(QIcon::fromTheme(QStringLiteral("application-exit")), tr("E&xit"));
-    mnuExit->setObjectName(QStringLiteral("mnuExit"));
-    mnuExit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_X));
-    mnuExit->setShortcutContext(Qt::ApplicationShortcut);
+QAction* frmCal::action(const QString& key) const {
+    const auto it = actions_.find(key);
+    return it == actions_.end() ? nullptr : it->second;
+}
 
-    connect(mnuNew, &QAction::triggered, this,
-            [this] { run([this] { new_calendar(s_, calendar_hooks()); }); });
-    connect(mnuOpen, &QAction::triggered, this,
-            [this] { run([this] { open_calendar(s_, calendar_hooks()); }); });
-    connect(mnuDelete, &QAction::triggered, this,
-            [this] { run([this] { delete_calendar(s_, calendar_hooks()); }); });
-    connect(mnuExit, &QAction::triggered, this, &frmCal::mnuExit_Click);
+frmCal::Commands frmCal::tool_commands() {
+    // Each command runs inside run(), which brings the widgets up to date.
+    const auto cmd = [this](auto f) { return std::function<void()>([this, f] { run(f); }); };
+    Commands c;
+    c[QStringLiteral("imageDay")] =
+        cmd([this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
+    c[QStringLiteral("imageWeek")] = cmd([this] { imageWeek_Click(s_, *this); });
+    c[QStringLiteral("imageMonth")] = cmd([this] { imageMonth_Click(s_, *this); });
+    c[QStringLiteral("imageReminder")] = cmd([this] { imageReminder_Click(s_); });
+    c[QStringLiteral("imageClock")] = cmd([this] { imageClock_Click(s_); });
+    // The pictures open their tools with no test for a calendar; a T-List
+    // without one is a sheet whose save fails without a word.
+    c[QStringLiteral("imageFind")] = cmd([] { modal().open_form(QStringLiteral("frmSearch")); });
+    c[QStringLiteral("ImageArrow0")] = cmd([this] { ImageArrow_Click(s_, *this, 0); });
+    c[QStringLiteral("ImageArrow1")] = cmd([this] { ImageArrow_Click(s_, *this, 1); });
+    c[QStringLiteral("imgSkins")] = [this] { mnuThemes->popup(QCursor::pos()); };
+    c[QStringLiteral("imgTzone")] = cmd([] { modal().open_form(QStringLiteral("frmTzone")); });
+    c[QStringLiteral("imgTlist")] = cmd([] { modal().open_form(QStringLiteral("frmToDo")); });
+    c[QStringLiteral("Image3")] = cmd([] { modal().open_form(QStringLiteral("frmHelpIdx")); });
+    return c;
+}
 
-    // The Edit menu is also the day grid's pop-up.
-    mnuEdit = menuBar()->addMenu(tr("&Edit"));
-    mnuEdit->setObjectName(QStringLiteral("mnuEdit"));
-    const auto edit_entry = [this](const char* name, const char* theme, const QString& caption,
-                                   Qt::Key key, void (*command)(AppState&)) {
-        QAction* a = mnuEdit->addAction(QIcon::fromTheme(QString::fromLatin1(theme)), caption);
-        a->setObjectName(QString::fromLatin1(name));
-        a->setShortcut(QKeySequence(Qt::CTRL | key));
-        connect(a, &QAction::triggered, this, [this, command] { run([&] { command(s_); }); });
-        return a;
-    };
-    mnuadd = edit_entry("mnuadd", "appointment-new", QStringLiteral("Add appointment"), Qt::Key_A,
-                        imageReminder_Click);
-    mnuCopy = edit_entry("mnuCopy", "edit-copy", QStringLiteral("Copy appointment"), Qt::Key_C,
-                         mnuCopy_Click);
-    mnuEditA = edit_entry("mnuEditA", "document-edit", QStringLiteral("Edit Appointment"),
-                          Qt::Key_E, mnuEditA_Click);
-    mnudelete = edit_entry("mnudelete", "edit-delete", QStringLiteral("Delete Appointment"),
-                           Qt::Key_D, imageClock_Click);
-
-    QMenu* opts = menuBar()->addMenu(tr("&Options"));
-    opts->setObjectName(QStringLiteral("mnuOpts"));
-    mnuTips = opts->addAction(QStringLiteral("Tooltips"));
-    mnuTips->setObjectName(QStringLiteral("mnuTips"));
-    mnuTips->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
-    mnuShowTimes = opts->addAction(QStringLiteral("Show Times in appointment text"));
-    mnuShowTimes->setObjectName(QStringLiteral("mnuShowTimes"));
-    mnuShowTimes->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
-    mnuStat = opts->addAction(QStringLiteral("Show status bar"));
-    mnuStat->setObjectName(QStringLiteral("mnuStat"));
-    for (QAction* a : {mnuTips, mnuShowTimes, mnuStat})
-        a->setCheckable(true);
-    sync_menus();
-
-    connect(mnuTips, &QAction::triggered, this, [this] {
-        run([this] {
-            s_.menus.mnuTips = !s_.menus.mnuTips;
-            if (!s_.menus.mnuTips) {
-                s_.vsSched.setToolTipText(QString());
-                s_.vsOvervw.setToolTipText(QString());
-            }
-            save_options(s_.store(), s_.view(), s_.options(), *this);
-        });
-        sync_menus();
-    });
-    connect(mnuShowTimes, &QAction::triggered, this, [this] {
-        run([this] {
-            s_.menus.mnuShowTimes = !s_.menus.mnuShowTimes;
-            if (s_.view_month || s_.view_week)
-                refill_overview(s_, *this);
-            else if (s_.view_day)
-                imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
-        });
-        sync_menus();
-    });
-    connect(mnuStat, &QAction::triggered, this, [this] {
-        run([this] {
-            mnuStat_Click(s_, *this);
-            save_options(s_.store(), s_.view(), s_.options(), *this);
-        });
-        sync_menus();
-    });
-
-    QMenu* custom = menuBar()->addMenu(tr("&Customize"));
-    custom->setObjectName(QStringLiteral("mnuCustom"));
-    // The sub-menus' own actions carry the program names: the logic enables
-    // mnuColor by name, and a QMenu widget of that name would be shown, not
-    // enabled.
-    QMenu* color = custom->addMenu(QStringLiteral("Color"));
-    color->menuAction()->setObjectName(QStringLiteral("mnuColor"));
-    QMenu* backc = color->addMenu(QStringLiteral("Appointment Background (applies to all appts)"));
-    backc->menuAction()->setObjectName(QStringLiteral("mnuBackc"));
-    const auto color_entry = [this, backc](const char* name, const QString& caption,
-                                           void (*command)(AppState&, WindowPort&)) {
-        QAction* a = backc->addAction(caption);
-        a->setObjectName(QString::fromLatin1(name));
-        a->setCheckable(true);
-        connect(a, &QAction::triggered, this, [this, command] {
-            run([&] { command(s_, *this); });
+frmCal::Commands frmCal::menu_commands(const Commands& tools) {
+    const auto cmd = [this](auto f) { return std::function<void()>([this, f] { run(f); }); };
+    // A command that changes a check mark shows it afterwards.
+    const auto checked = [this](auto f) {
+        return std::function<void()>([this, f] {
+            run(f);
             sync_menus();
         });
     };
-    color_entry("mnuColorY", QStringLiteral("Use Default Yellow"), mnuColorY_Click);
-    color_entry("mnuNoColor", QStringLiteral("Transparent"), mnuNoColor_Click);
-    color_entry("mnuColorSelect", QStringLiteral("Select Color"), mnuColorSelect_Click);
-    QAction* fonts = custom->addAction(QStringLiteral("Fonts"));
-    fonts->setObjectName(QStringLiteral("mnuFonts"));
-    connect(fonts, &QAction::triggered, this, [this] {
+    const auto tool = [&tools](const char* name) { return tools.at(QString::fromLatin1(name)); };
+    Commands c;
+
+    c[QStringLiteral("mnuOpen")] = cmd([this] { open_calendar(s_, calendar_hooks()); });
+    c[QStringLiteral("mnuNew")] = cmd([this] { new_calendar(s_, calendar_hooks()); });
+    c[QStringLiteral("mnuFileDelCal")] = cmd([this] { delete_calendar(s_, calendar_hooks()); });
+    c[QStringLiteral("mnuExit")] = [this] { mnuExit_Click(); };
+
+    c[QStringLiteral("mnuadd")] = tool("imageReminder");
+    c[QStringLiteral("mnuCopy")] = cmd([this] { mnuCopy_Click(s_); });
+    c[QStringLiteral("mnuEditA")] = cmd([this] { mnuEditA_Click(s_); });
+    c[QStringLiteral("mnudelete")] = tool("imageClock");
+    c[QStringLiteral("mnuFind")] = tool("imageFind");
+
+    c[QStringLiteral("mnuTips")] = checked([this] {
+        s_.menus.mnuTips = !s_.menus.mnuTips;
+        if (!s_.menus.mnuTips) {
+            s_.vsSched.setToolTipText(QString());
+            s_.vsOvervw.setToolTipText(QString());
+        }
+        save_options(s_.store(), s_.view(), s_.options(), *this);
+    });
+    c[QStringLiteral("mnuShowTimes")] = checked([this] {
+        s_.menus.mnuShowTimes = !s_.menus.mnuShowTimes;
+        if (s_.view_month || s_.view_week)
+            refill_overview(s_, *this);
+        else if (s_.view_day)
+            imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this);
+    });
+    c[QStringLiteral("mnuStat")] = checked([this] {
+        mnuStat_Click(s_, *this);
+        save_options(s_.store(), s_.view(), s_.options(), *this);
+    });
+    c[QStringLiteral("mnuStart")] = checked([this] {
+        mnuStart_Click(s_.store(), s_.view(), s_.options(), *this,
+                       QCoreApplication::applicationFilePath());
+    });
+    const auto restore =
+        checked([this] { default_options(s_.store(), s_.view(), s_.options(), s_.run(), *this); });
+    c[QStringLiteral("mnuRestore")] = restore;
+
+    c[QStringLiteral("mnuDplanner")] = tool("imageDay");
+    c[QStringLiteral("mnuWplanner")] = tool("imageWeek");
+    c[QStringLiteral("mnuMplanner")] = tool("imageMonth");
+    c[QStringLiteral("mnuTlist")] =
+        cmd([this] { open_with_calendar(s_, QStringLiteral("frmToDo")); });
+    c[QStringLiteral("mnuTzone")] =
+        cmd([this] { open_with_calendar(s_, QStringLiteral("frmTzone")); });
+
+    const auto color = [&](const char* name, void (*command)(AppState&, WindowPort&)) {
+        c[QString::fromLatin1(name)] = checked([this, command] { command(s_, *this); });
+    };
+    color("mnuColorY", mnuColorY_Click);
+    color("mnuNoColor", mnuNoColor_Click);
+    color("mnuColorSelect", mnuColorSelect_Click);
+    c[QStringLiteral("mnuFonts")] = [this] {
         run([this] { mnuFonts_Click(s_, *this); });
         vsSched->refresh();
         vsDtl->refresh();
-    });
+    };
+
+    for (const SkinMenuItem& m : skin_menu()) {
+        if (m.skin_key.isEmpty()) continue;
+        const QString item = m.name;
+        c[item] = [this, item] {
+            // The desktop's colours are read at the click, so the standard
+            // skin follows a palette changed while the program runs.
+            run([&] {
+                skin_menu_click(item, s_.store(), s_.view(), s_.options(), *this,
+                                system_colors(QApplication::palette()));
+            });
+            for (GridWidget* g : {vsSched, vsOvervw, Cal})
+                g->refresh();
+        };
+    }
+
+    c[QStringLiteral("mnuHelpabout")] = cmd([] { modal().open_form(QStringLiteral("frmAbout")); });
+    c[QStringLiteral("mnuContents")] = tool("Image3");
+    c[QStringLiteral("mnuHide")] = checked([this] { mnuHide_Click(s_, *this); });
+    c[QStringLiteral("mnuRem")] =
+        cmd([] { modal().message(future_enhancement_text, MsgStyle::Information); });
+
+    c[QStringLiteral("sysAbout")] = c[QStringLiteral("mnuHelpabout")];
+    c[QStringLiteral("sysCalender")] = checked([this] { sysCalender_Click(s_, *this); });
+    c[QStringLiteral("sysTlist")] = c[QStringLiteral("mnuTlist")];
+    c[QStringLiteral("sysTzone")] = c[QStringLiteral("mnuTzone")];
+    c[QStringLiteral("sysSearch")] =
+        cmd([this] { open_with_calendar(s_, QStringLiteral("frmSearch")); });
+    c[QStringLiteral("sysmnuRestore")] = restore;
+    c[QStringLiteral("sysHelp")] = tool("Image3");
+    c[QStringLiteral("sysExit")] = [this] { mnuExit_Click(); };
+    return c;
+}
+
+void frmCal::build_tools(const Commands& tools) {
+    bool gap = false;
+    for (const ToolPicture& t : tool_pictures()) {
+        gap = gap || t.gap_before;
+        const auto it = tools.find(t.key);
+        if (it == tools.end()) continue;
+        if (gap && strip_->count() > 0) strip_->addSpacing(12);
+        gap = false;
+        QToolButton* b = tool(Frame3, t.key, t.caption, t.tip, t.icon, t.emoji);
+        strip_->addWidget(b);
+        connect(b, &QToolButton::clicked, this, it->second);
+        pressable_.push_back(b);
+    }
+    strip_->addStretch(1);
+}
+
+void frmCal::build_menus(const Commands& commands) {
+    using Kind = MenuEntry::Kind;
+    std::map<QString, QMenu*> menus;
+    for (const MenuEntry& e : main_menu()) {
+        QMenu* parent = nullptr;
+        if (!e.parent.isEmpty()) {
+            const auto p = menus.find(e.parent);
+            if (p == menus.end()) continue;
+            parent = p->second;
+        }
+        QAction* a = nullptr;
+        switch (e.kind) {
+        case Kind::Menu: {
+            QMenu* m = parent ? parent->addMenu(e.caption) : menuBar()->addMenu(e.caption);
+            // The menu's own action carries the name too: the logic enables
+            // a sub-menu by its name, which must not show the menu itself.
+            m->setObjectName(e.key);
+            menus[e.key] = m;
+            a = m->menuAction();
+            break;
+        }
+        case Kind::Dash: {
+            // A dash whose group is not built would stand beside another.
+            const QList<QAction*> before = parent ? parent->actions() : QList<QAction*>();
+            if (before.isEmpty() || before.last()->isSeparator()) continue;
+            a = parent->addSeparator();
+            break;
+        }
+        case Kind::Spacer: {
+            // The bar draws an entry's picture in place of its caption; a
+            // clear one leaves a gap of its width.
+            QPixmap blank(16, 16);
+            blank.fill(Qt::transparent);
+            a = menuBar()->addAction(QIcon(blank), e.caption);
+            break;
+        }
+        case Kind::Command: {
+            const auto cmd = commands.find(e.key);
+            if (cmd == commands.end()) continue;
+            const QIcon icon = e.icon.isEmpty() ? QIcon() : QIcon::fromTheme(e.icon);
+            a = parent ? parent->addAction(icon, e.caption) : menuBar()->addAction(icon, e.caption);
+            if (!e.shortcut.isEmpty())
+                a->setShortcut(QKeySequence(e.shortcut, QKeySequence::PortableText));
+            a->setCheckable(e.checkable);
+            a->setChecked(e.checked);
+            connect(a, &QAction::triggered, this, cmd->second);
+            break;
+        }
+        }
+        a->setObjectName(e.key);
+        a->setVisible(e.visible);
+        a->setEnabled(e.enabled);
+        actions_[e.key] = a;
+    }
+    mnuEdit = menus.at(QStringLiteral("mnuEdit"));
+    mnuThemes = menus.at(QStringLiteral("mnuThemes"));
+    sysmenu = menus.at(QStringLiteral("sysmenu"));
+    // Leaving is one key in every view, whatever window of the program has
+    // the focus.
+    action(QStringLiteral("mnuExit"))->setShortcutContext(Qt::ApplicationShortcut);
     sync_menus();
+}
+
+void frmCal::build_tray() {
+    cSysTray1 = new QSystemTrayIcon(windowIcon(), this);
+    cSysTray1->setObjectName(QStringLiteral("cSysTray1"));
+    cSysTray1->setContextMenu(sysmenu);
+    connect(cSysTray1, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason why) {
+                const int button = why == QSystemTrayIcon::Trigger   ? 1
+                                   : why == QSystemTrayIcon::Context ? 2
+                                                                     : 0;
+                if (button == 0) return;
+                run([&] { cSysTray1_MouseUp(s_, *this, button); });
+            });
+    // The desktop may open the pop-up without telling the icon first; the
+    // right button's rule runs as it opens either way.
+    connect(sysmenu, &QMenu::aboutToShow, this,
+            [this] { run([this] { cSysTray1_MouseUp(s_, *this, 2); }); });
+    // The desktop reports no hover over a tray icon, so the tip is kept
+    // fresh instead: every second, and after every event.
+    tip_timer_ = new QTimer(this);
+    tip_timer_->setInterval(1000);
+    connect(tip_timer_, &QTimer::timeout, this, &frmCal::refresh_tip);
+}
+
+void frmCal::refresh_tip() {
+    const QString tip = tray_tip_text(s_);
+    if (cSysTray1->toolTip() != tip) cSysTray1->setToolTip(tip);
+}
+
+void frmCal::sync_tools() {
+    for (QToolButton* b : pressable_) {
+        const QString label = label_of_tool(b->objectName());
+        const bool lit = !label.isEmpty() && s_.tools_lit.count(label);
+        const bool pressed = s_.tools_pressed.count(b->objectName()) > 0;
+        if (b->property("lit").toBool() == lit && b->property("pressed").toBool() == pressed)
+            continue;
+        b->setProperty("lit", lit);
+        b->setProperty("pressed", pressed);
+        QFont f = b->font();
+        f.setUnderline(lit);
+        b->setFont(f);
+        // Style sheets read dynamic properties only when polished.
+        b->style()->unpolish(b);
+        b->style()->polish(b);
+        b->update();
+    }
 }
 
 void frmCal::connect_day_grid() {
@@ -508,24 +637,29 @@ void frmCal::connect_navigator() {
         if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n)))
             connect(b, &QToolButton::clicked, this, [this, f] { run([&] { f(); }); });
     };
-    clicked("imageDay",
-            [this] { imageDay_Click(s_.store(), s_.view(), s_.options(), s_.editing(), *this); });
-    clicked("imageWeek", [this] { imageWeek_Click(s_, *this); });
-    clicked("imageMonth", [this] { imageMonth_Click(s_, *this); });
-    clicked("imageReminder", [this] { imageReminder_Click(s_); });
-    clicked("imageClock", [this] { imageClock_Click(s_); });
-    // The tools open with no test for a calendar; a T-List without one is
-    // a sheet whose save fails without a word.
-    clicked("imageFind", [] { modal().open_form(QStringLiteral("frmSearch")); });
-    clicked("imgTzone", [] { modal().open_form(QStringLiteral("frmTzone")); });
-    clicked("imgTlist", [] { modal().open_form(QStringLiteral("frmToDo")); });
-    clicked("imgSkins", [this] { mnuThemes->popup(QCursor::pos()); });
-    clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
-    clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
     clicked("imgNextMth", [this] { imgNextMth_Click(s_, *this); });
-    for (const char* n : {"ImageArrow0", "ImageArrow1"})
-        if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n))) b->installEventFilter(this);
+
+    // The month buttons look pressed under the mouse as the strip's
+    // pictures do; their own sheet draws it, since they stand on the page.
+    for (const char* n : {"imgPriorMth", "imgNextMth"})
+        if (auto* b = findChild<QToolButton*>(QString::fromLatin1(n))) {
+            b->setStyleSheet(QStringLiteral(
+                "QToolButton { border: 1px solid transparent; border-radius: 3px;"
+                " background: transparent; }"
+                " QToolButton[pressed=\"true\"] { border-color: palette(shadow); }"));
+            pressable_.push_back(b);
+        }
+    for (QToolButton* b : pressable_)
+        b->installEventFilter(this);
+    // Moving over the band, the frames or a planner takes the highlight off.
+    for (QWidget* w : {static_cast<QWidget*>(Label1), static_cast<QWidget*>(Frame2),
+                       static_cast<QWidget*>(Frame3), Cal->viewport(), vsSched->viewport(),
+                       vsOvervw->viewport()}) {
+        w->setMouseTracking(true);
+        w->installEventFilter(this);
+        hover_off_.push_back(w);
+    }
 
     const auto picked = [this](QComboBox* box, ComboList& list) {
         connect(box, &QComboBox::activated, this, [this, &list](int i) {
@@ -587,6 +721,24 @@ void frmCal::connect_pane() {
 }
 
 bool frmCal::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Enter || type == QEvent::MouseMove || type == QEvent::MouseButtonPress ||
+        type == QEvent::MouseButtonDblClick || type == QEvent::MouseButtonRelease) {
+        const auto tool = std::find(pressable_.begin(), pressable_.end(), watched);
+        if (tool != pressable_.end()) {
+            const QString name = (*tool)->objectName();
+            bool changed = false;
+            if (type == QEvent::Enter || type == QEvent::MouseMove)
+                changed = tool_hover(s_, name);
+            else if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+                changed = tool_press(s_, name, type != QEvent::MouseButtonRelease);
+            if (changed) sync_tools();
+        } else if ((type == QEvent::Enter || type == QEvent::MouseMove) &&
+                   std::find(hover_off_.begin(), hover_off_.end(), watched) != hover_off_.end() &&
+                   tool_hover_off(s_)) {
+            sync_tools();
+        }
+    }
     if (watched == Cal->viewport() &&
         (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
          event->type() == QEvent::Drop)) {
@@ -621,7 +773,9 @@ bool frmCal::eventFilter(QObject* watched, QEvent* event) {
 
 void frmCal::sync_controls() {
     for (const auto& [n, c] : s_.controls) {
-        if (QWidget* w = n == u"Frame2" ? Frame2 : findChild<QWidget*>(n)) {
+        if (QAction* a = action(n)) {
+            a->setEnabled(c.enabled);
+        } else if (QWidget* w = n == u"Frame2" ? Frame2 : findChild<QWidget*>(n)) {
             w->setEnabled(c.enabled);
             w->setVisible(c.visible);
             if (!c.tip.isEmpty()) w->setToolTip(c.tip);
@@ -631,10 +785,11 @@ void frmCal::sync_controls() {
                 lblDtlCaption->setText(c.text);
             else if (w == rtNotes && rtNotes->toPlainText() != c.text)
                 rtNotes->setPlainText(c.text);
-        } else if (QAction* a = findChild<QAction*>(n)) {
-            a->setEnabled(c.enabled);
         }
     }
+    action(QStringLiteral("sysCalender"))->setEnabled(s_.sysCalender_enabled);
+    refresh_tip();
+    sync_tools();
     for (const auto& [key, label] : panels_) {
         const auto it = s_.status_panels.find(key);
         if (it == s_.status_panels.end()) continue;
@@ -691,27 +846,37 @@ CalendarHooks frmCal::calendar_hooks() {
     };
     h.enable_delete = [this](bool on) {
         s_.delete_enabled = on;
-        mnuDelete->setEnabled(on);
+        action(QStringLiteral("mnuFileDelCal"))->setEnabled(on);
     };
     return h;
 }
 
 bool frmCal::start(SingleInstance& instance) {
-    if (!Form_Load(s_, *this, instance)) return false;
+    // The icon is there for the whole run, before a start with the system
+    // hides the window.
+    cSysTray1->show();
+    if (!Form_Load(s_, *this, instance)) {
+        cSysTray1->hide();
+        return false;
+    }
     started_ = true;
     sync_controls();
     sync_timer();
-    if (!hidden_to_tray_) {
-        // The stored numbers describe the outer frame, whose margins are known
-        // only once the window is on screen: place it again after showing.
-        const bool was_moving = s_.startup_move;
-        s_.startup_move = true;
-        show();
-        if (window_state() == 0 && placed_.isValid()) move_to(placed_);
-        s_.startup_move = was_moving;
-        layout_view();
-    }
+    tip_timer_->start();
+    if (!hidden_to_tray_) show_placed();
     return true;
+}
+
+void frmCal::show_placed() {
+    // The stored numbers describe the outer frame, whose margins are known
+    // only once the window is on screen: place it again after showing.
+    const bool was_moving = s_.startup_move;
+    s_.startup_move = true;
+    show();
+    shown_once_ = true;
+    if (window_state() == 0 && placed_.isValid()) move_to(placed_);
+    s_.startup_move = was_moving;
+    layout_view();
 }
 
 void frmCal::mnuExit_Click() {
@@ -889,22 +1054,45 @@ void frmCal::set_busy(bool busy) {
 }
 
 bool frmCal::hide_to_tray() {
-    // Without a tray icon a hidden window could not be reached again.
+    if (system_tray_available()) {
+        cSysTray1->show();
+        hidden_to_tray_ = true;
+        hide();
+        return true;
+    }
+    // Nothing would show a hidden window again: the task bar keeps a
+    // minimised one within reach.
+    setWindowState(windowState() | Qt::WindowMinimized);
+    return false;
+}
+
+void frmCal::show_window() {
     hidden_to_tray_ = false;
-    return hidden_to_tray_;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (shown_once_)
+        show();
+    else
+        show_placed();
+    raise();
+    activateWindow();
+}
+
+bool frmCal::window_hidden() const {
+    return isHidden();
 }
 
 void frmCal::sync_menus() {
-    mnuDelete->setEnabled(s_.delete_enabled);
-    mnuTips->setChecked(s_.menus.mnuTips);
-    mnuShowTimes->setChecked(s_.menus.mnuShowTimes);
-    mnuStat->setChecked(s_.menus.mnuStat);
-    const std::pair<const char*, bool> color_checks[] = {
-        {"mnuColorY", s_.menus.mnuColorY},
-        {"mnuNoColor", s_.menus.mnuNoColor},
-        {"mnuColorSelect", s_.menus.mnuColorSelect}};
-    for (const auto& [name, on] : color_checks)
-        if (QAction* a = findChild<QAction*>(QString::fromLatin1(name))) a->setChecked(on);
+    action(QStringLiteral("mnuFileDelCal"))->setEnabled(s_.delete_enabled);
+    action(QStringLiteral("sysCalender"))->setEnabled(s_.sysCalender_enabled);
+    const std::pair<const char*, bool> checks[] = {{"mnuTips", s_.menus.mnuTips},
+                                                   {"mnuShowTimes", s_.menus.mnuShowTimes},
+                                                   {"mnuStat", s_.menus.mnuStat},
+                                                   {"mnuStart", s_.menus.mnuStart},
+                                                   {"mnuColorY", s_.menus.mnuColorY},
+                                                   {"mnuNoColor", s_.menus.mnuNoColor},
+                                                   {"mnuColorSelect", s_.menus.mnuColorSelect}};
+    for (const auto& [name, on] : checks)
+        if (QAction* a = action(QString::fromLatin1(name))) a->setChecked(on);
 }
 
 void frmCal::end_program() {
@@ -938,36 +1126,6 @@ void set_base(QWidget* w, Color c) {
 
 } // namespace
 
-void frmCal::build_skin_menu() {
-    mnuThemes = menuBar()->addMenu(QStringLiteral("&Skins"));
-    mnuThemes->setObjectName(QStringLiteral("mnuThemes"));
-    QMenu* holiday = mnuThemes;
-    for (const SkinMenuItem& m : skin_menu()) {
-        QMenu* parent = m.parent == u"mnuHoliday" ? holiday : mnuThemes;
-        if (m.skin_key.isEmpty()) {
-            holiday = parent->addMenu(m.caption);
-            holiday->menuAction()->setObjectName(m.name);
-            continue;
-        }
-        QAction* a = parent->addAction(m.caption);
-        a->setObjectName(m.name);
-        a->setCheckable(true);
-        a->setVisible(m.visible);
-        a->setEnabled(m.enabled);
-        const QString item = m.name;
-        connect(a, &QAction::triggered, this, [this, item] {
-            // The desktop's colours are read at the click, so the standard
-            // skin follows a palette changed while the program runs.
-            run([&] {
-                skin_menu_click(item, s_.store(), s_.view(), s_.options(), *this,
-                                system_colors(QApplication::palette()));
-            });
-            for (GridWidget* g : {vsSched, vsOvervw, Cal})
-                g->refresh();
-        });
-    }
-}
-
 void frmCal::select_skin() {
     select_saved_skin(s_.view(), s_.options(), system_colors(QApplication::palette()));
 }
@@ -991,10 +1149,9 @@ void frmCal::sync_skin() {
     const LabelColors strip = colors_of("Label15", {strip_back, strip_text});
     QString strip_css =
         QStringLiteral("QFrame#Frame3 { background: %1; }"
-                       " QToolButton { color: %2; border: none; border-radius: 3px;"
-                       " padding: 1px 3px; background: transparent; }"
-                       " QToolButton:hover { background: rgba(255,255,255,56); }"
-                       " QToolButton:pressed { background: rgba(0,0,0,56); }")
+                       " QToolButton { color: %2; border: 1px solid transparent;"
+                       " border-radius: 3px; padding: 0px 2px; background: transparent; }"
+                       " QToolButton[pressed=\"true\"] { border-color: %2; }")
             .arg(css(k.frame3_back), css(readable_text(strip.text, k.frame3_back, palette_text)));
     for (const auto& [label, tool_name] : tool_of_label) {
         const auto it = k.labels.find(QString::fromLatin1(label));

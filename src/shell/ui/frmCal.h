@@ -2,7 +2,9 @@
 
 // The main window and its module map:
 //   shell/        frame, start-up and exit (startup), options row (options),
-//                 the seams (modal, clock, event_loop), single instance
+//                 the seams (modal, clock, event_loop), single instance, the
+//                 menu bar's table (main_menu), the tool strip (tool_strip),
+//                 tray and Hide (tray), the autostart entry (autostart)
 //   store/        records and tables, member lines, the archive file, the
 //                 calendar-file routines, and the headless Grid
 //   views/        the planners: day grid (day_view), its page (day_layout),
@@ -18,6 +20,10 @@
 #include "state/app_state.h"
 
 #include <QMainWindow>
+#include <QSystemTrayIcon>
+#include <functional>
+#include <map>
+#include <vector>
 
 class QAction;
 class QBoxLayout;
@@ -68,6 +74,8 @@ class frmCal final : public QMainWindow, public WindowPort {
     void show_long_date(const QString& text) override;
     void set_busy(bool busy) override;
     bool hide_to_tray() override;
+    void show_window() override;
+    bool window_hidden() const override;
     void sync_menus() override;
     void end_program() override;
     void select_skin() override;
@@ -82,10 +90,23 @@ class frmCal final : public QMainWindow, public WindowPort {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    using Commands = std::map<QString, std::function<void()>>;
     void build_page();
-    void build_menus();
-    // The skin menu from the skins' table; also the pop-up of imgSkins.
-    void build_skin_menu();
+    // The tool strip from its table, each picture with the command it runs.
+    void build_tools(const Commands& tools);
+    // The menu bar from its table; an entry whose command is not in
+    // `commands` is left out.
+    void build_menus(const Commands& commands);
+    // The tray icon with sysmenu as its pop-up, and the tip's clock.
+    void build_tray();
+    Commands tool_commands();
+    Commands menu_commands(const Commands& tools);
+    // The lit and pressed looks of the tool pictures, from PlannerState.
+    void sync_tools();
+    // The tray's tip, rebuilt from the clock and the day's count.
+    void refresh_tip();
+    // Shows the window where the options place it; the first show of a run.
+    void show_placed();
     // Colours of the band, tool bar, corner picture and grid surrounds, and
     // the skin menu's check mark, from PlannerState::skin.
     void sync_skin();
@@ -125,23 +146,23 @@ class frmCal final : public QMainWindow, public WindowPort {
     std::map<QString, QLabel*> panels_; // by key
     QMenu* mnuEdit = nullptr;
     QMenu* mnuThemes = nullptr;
+    QMenu* sysmenu = nullptr;
     QLabel* themePic = nullptr;
-    QAction* mnuNew = nullptr;
-    QAction* mnuOpen = nullptr;
-    QAction* mnuDelete = nullptr;
-    QAction* mnuExit = nullptr;
-    QAction* mnuadd = nullptr;
-    QAction* mnuCopy = nullptr;
-    QAction* mnuEditA = nullptr;
-    QAction* mnudelete = nullptr;
-    QAction* mnuTips = nullptr;
-    QAction* mnuShowTimes = nullptr;
-    QAction* mnuStat = nullptr;
+    // The menu bar's entries by key, sub-menus by their own actions.
+    std::map<QString, QAction*> actions_;
+    QAction* action(const QString& key) const;
+    QSystemTrayIcon* cSysTray1 = nullptr;
+    QTimer* tip_timer_ = nullptr;
+    // Pictures that look pressed under the mouse and light their labels;
+    // widgets whose hover takes the highlight off.
+    std::vector<QToolButton*> pressable_;
+    std::vector<QObject*> hover_off_;
     QString edit_before_;   // the cell's text when an edit began
     QString last_key_text_; // what the last key typed into vsSched would insert
     bool ended_ = false;
     bool started_ = false;
     bool hidden_to_tray_ = false;
+    bool shown_once_ = false;
     QRect placed_; // the last placement asked for, in twips
     QTimer* Timer1 = nullptr;
     bool timer_was_on_ = false;

@@ -26,6 +26,10 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("orvacal"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orva Calendar"));
     QGuiApplication::setDesktopFileName(QStringLiteral("orvacal"));
+    // Hidden in the tray, the window is closed in Qt's eyes; a dialog opened
+    // from the tray's menu must not end the program when it closes. Leaving
+    // goes through confirm_exit alone.
+    QApplication::setQuitOnLastWindowClosed(false);
 
     orva::QtModal modal;
     orva::install_modal(&modal);
