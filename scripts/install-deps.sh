@@ -15,6 +15,8 @@ packages=(
   # does the rest. Without one the program plays nothing.
   libqt6multimedia6 libavcodec59 libavformat59 libswresample4 libpulse0
   xvfb xauth
+  # A tray host for the tray test under Xvfb; the test skips without it.
+  trayer
   dbus-daemon
 )
 
