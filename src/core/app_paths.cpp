@@ -20,11 +20,12 @@ QStringList shipped_data_files() {
 
 void install_shipped_data(const QString& app_path) {
     // An installed program finds its data under the prefix; one run from the
-    // build tree finds it in the source tree.
+    // build tree finds it in the build tree (what the build packs, the help
+    // archive) and in the source tree (what is committed).
     QStringList sources{QStringLiteral(ORVACAL_SHARE_DIR)};
     if (QCoreApplication::instance())
         sources << QCoreApplication::applicationDirPath() + QStringLiteral("/../share/orvacal");
-    sources << QStringLiteral(ORVACAL_SOURCE_DATA_DIR);
+    sources << QStringLiteral(ORVACAL_BUILD_DATA_DIR) << QStringLiteral(ORVACAL_SOURCE_DATA_DIR);
     for (const QString& name : shipped_data_files()) {
         const QString target = QDir(app_path).filePath(name);
         if (QFile::exists(target)) continue;

@@ -19,6 +19,9 @@ struct PrintSetup {
     QString output_file;  // non-empty: a PDF file instead of a printer
     int orientation = 1;  // 1 portrait, 2 landscape
     int copies = 1;
+    // In: text is selected, so the dialog offers the selection as what to
+    // print and preselects it. Out: only the selection is to print.
+    bool selection = false;
 };
 
 // Everything modal goes through here: message boxes, Yes/No questions, file

@@ -2,6 +2,8 @@
 
 #include "appointments/appt_editor.h"
 #include "core/clock.h"
+#include "help/help.h"
+#include "help/help_topics.h"
 #include "views/day_view.h"
 
 #include <algorithm>
@@ -200,8 +202,8 @@ void Command2_Click(ToDoForm& f) {
     f.cancelled = true;
 }
 
-void Toolbar1_ButtonClick(ToDoForm& f, const OptionsState& options, const QString& key,
-                          ClipText& clip) {
+void Toolbar1_ButtonClick(ToDoForm& f, const OptionsState& options, HelpState& help,
+                          const QString& key, ClipText& clip) {
     Grid& g = f.vsToDo;
     const Range sel = selection(g);
     if (key == u"Copy" || key == u"Cut") {
@@ -237,7 +239,7 @@ void Toolbar1_ButtonClick(ToDoForm& f, const OptionsState& options, const QStrin
     } else if (key == u"Print") {
         print_todo(f);
     } else if (key == u"Help") {
-        modal().open_form(QStringLiteral("frmHelpIdx"));
+        show_help(help, topic_of_form(QStringLiteral("frmToDo")));
     }
     // "Font Size" stands on the toolbar with no action.
     g.clear_error();

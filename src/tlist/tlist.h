@@ -3,6 +3,7 @@
 #include "appointments/stickers.h"
 #include "core/modal.h"
 #include "grid/grid.h"
+#include "state/help_state.h"
 #include "state/options_state.h"
 #include "state/planner_state.h"
 #include "store/shared.h"
@@ -88,9 +89,10 @@ void Command2_Click(ToDoForm& f);
 // "Italics", "Bold", "Font Size", "Insert", "Tab Right", "Tab Left",
 // "Timestamp", "Checkmark", "Delete", "Print", "Help"). Commands work on the
 // selection (rows Row..RowSel, columns Col..ColSel, either way round); Color
-// and Checkmark on row_now, col_now. An unknown key does nothing.
-void Toolbar1_ButtonClick(ToDoForm& f, const OptionsState& options, const QString& key,
-                          ClipText& clip);
+// and Checkmark on row_now, col_now; Help opens the viewer on the sheet's own
+// topic. An unknown key does nothing.
+void Toolbar1_ButtonClick(ToDoForm& f, const OptionsState& options, HelpState& help,
+                          const QString& key, ClipText& clip);
 
 // Print: empty lines hidden and the heading row put on top around the print
 // dialog (print_Tsetup), the sheet printed through `f.print` when it is

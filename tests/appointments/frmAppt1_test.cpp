@@ -289,5 +289,22 @@ TEST_F(FrmAppt1Dialog, OpensThroughTheSeam) {
     EXPECT_EQ(title, "New Appointment");
 }
 
+TEST_F(FrmAppt1Dialog, HelpOpensTheHelpViewerOnTheEditorsTopic) {
+    hand_over_new(QStringLiteral("09:30"));
+    FrmAppt1 dlg(s);
+    dlg.show();
+    QString handed;
+    env.m.forms[QStringLiteral("frmHelpIdx")] = [&] { handed = s.help_topic; };
+    QPushButton* help = child<QPushButton>(dlg, "Command3");
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->text(), "Help");
+    QTest::mouseClick(help, Qt::LeftButton);
+    ASSERT_NE(env.m.last(u"form"), nullptr);
+    EXPECT_EQ(env.m.last(u"form")->text, "frmHelpIdx");
+    EXPECT_EQ(handed, "topics/add_appointment.html");
+    EXPECT_TRUE(dlg.isVisible()) << "help leaves the editor open";
+}
+
 } // namespace
 } // namespace orva

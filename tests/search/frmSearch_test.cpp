@@ -218,5 +218,19 @@ TEST_F(FrmSearchDialog, APrintThatCannotBeWrittenIsTold) {
     EXPECT_EQ(env.m.messages()[0], print_failed_msg);
 }
 
+TEST_F(FrmSearchDialog, HelpOpensTheHelpViewerOnTheFindTopic) {
+    FrmSearch dlg(s);
+    QString handed;
+    env.m.forms[QStringLiteral("frmHelpIdx")] = [&] { handed = s.help_topic; };
+    QPushButton* help = child<QPushButton>(dlg, "hlpCmd");
+    ASSERT_NE(help, nullptr);
+    EXPECT_EQ(help->text(), "Help");
+    QTest::mouseClick(help, Qt::LeftButton);
+    ASSERT_NE(env.m.last(u"form"), nullptr);
+    EXPECT_EQ(env.m.last(u"form")->text, "frmHelpIdx");
+    EXPECT_EQ(handed, "topics/find.html");
+    EXPECT_TRUE(s.help_topic.isEmpty());
+}
+
 } // namespace
 } // namespace orva

@@ -104,7 +104,7 @@ TEST_F(FrmToDoDialog, ControlsAreFoundByTheirNames) {
         if (!a->isSeparator()) keys << a->text();
     EXPECT_EQ(keys, QStringList({"Copy", "Cut", "Paste", "Color", "Italics", "Bold", "Font Size",
                                  "Insert", "Tab Right", "Tab Left", "Timestamp", "Checkmark",
-                                 "Delete", "Print"}));
+                                 "Delete", "Print", "Help"}));
     for (QAction* a : bar->actions()) {
         if (a->isSeparator()) continue;
         EXPECT_EQ(a->toolTip(), a->text());

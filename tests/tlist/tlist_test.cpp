@@ -20,7 +20,7 @@ struct ToDoSheet : ::testing::Test {
     ClipText clip;
 
     void key(ToDoForm& f, const char* k) {
-        Toolbar1_ButtonClick(f, s().options(), QString::fromLatin1(k), clip);
+        Toolbar1_ButtonClick(f, s().options(), s().help(), QString::fromLatin1(k), clip);
     }
     // A user's edit of a line's text, as the grid reports it.
     static void type(ToDoForm& f, int row, const QString& text) {
@@ -394,11 +394,15 @@ TEST_F(ToDoSheet, FontSizeDoesNothing) {
     EXPECT_TRUE(env.m.shown.empty());
 }
 
-TEST_F(ToDoSheet, HelpOpensTheHelpViewer) {
+TEST_F(ToDoSheet, HelpOpensTheHelpViewerOnTheSheetsTopic) {
     auto f = env.open();
+    QString handed;
+    env.m.forms[QStringLiteral("frmHelpIdx")] = [&] { handed = s().help_topic; };
     key(*f, "Help");
     ASSERT_NE(env.m.last(u"form"), nullptr);
     EXPECT_EQ(env.m.last(u"form")->text, "frmHelpIdx");
+    EXPECT_EQ(handed, "topics/tlist.html");
+    EXPECT_TRUE(s().help_topic.isEmpty());
 }
 
 // --- clipboard --------------------------------------------------------------

@@ -7,6 +7,8 @@
 #include "core/ui/qt_modal.h"
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_model.h"
+#include "help/help.h"
+#include "help/help_topics.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -162,10 +164,8 @@ void FrmAppt1::build() {
     Command1_->setDefault(true);
     Command2_ = new QPushButton(QStringLiteral("Cancel"), this);
     name_control(Command2_, QStringLiteral("Command2"));
-    // Help opens the help viewer, which this build does not have yet.
     Command3_ = new QPushButton(QStringLiteral("Help"), this);
     name_control(Command3_, QStringLiteral("Command3"));
-    Command3_->hide();
     delCmd_ = new QPushButton(QStringLiteral("Delete  "), this);
     name_control(delCmd_, QStringLiteral("delCmd"));
 
@@ -246,6 +246,8 @@ void FrmAppt1::connect_events() {
             [this] { run([this] { Image6_Click(s_, f_); }); });
     connect(Command1_, &QPushButton::clicked, this, &FrmAppt1::accept);
     connect(Command2_, &QPushButton::clicked, this, &FrmAppt1::reject);
+    connect(Command3_, &QPushButton::clicked, this,
+            [this] { show_help(s_.help(), topic_of_form(QStringLiteral("frmAppt1"))); });
     connect(delCmd_, &QPushButton::clicked, this, [this] {
         collect();
         QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -71,8 +71,15 @@ bool QtModal::print_dialog(PrintSetup& setup) {
     apply_setup(printer, setup);
     QPrintDialog dialog(&printer, host());
     dialog.setObjectName(QStringLiteral("printDialog"));
+    if (setup.selection) {
+        dialog.setOption(QAbstractPrintDialog::PrintSelection);
+        dialog.setPrintRange(QAbstractPrintDialog::Selection);
+    }
     if (dialog.exec() != QDialog::Accepted) return false;
+    const bool selection =
+        setup.selection && dialog.printRange() == QAbstractPrintDialog::Selection;
     setup = setup_of(printer);
+    setup.selection = selection;
     return true;
 }
 

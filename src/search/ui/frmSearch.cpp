@@ -6,6 +6,8 @@
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_printer.h"
 #include "grid/ui/grid_widget.h"
+#include "help/help.h"
+#include "help/help_topics.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -79,6 +81,9 @@ FrmSearch::FrmSearch(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     name_control(stopCmd_, QStringLiteral("stopCmd"));
     ClearCmd_ = new QPushButton(QStringLiteral("Clear"), this);
     name_control(ClearCmd_, QStringLiteral("ClearCmd"));
+    hlpCmd_ = new QPushButton(QStringLiteral("Help"), this);
+    name_control(hlpCmd_, QStringLiteral("hlpCmd"));
+    hlpCmd_->setAutoDefault(false);
 
     lblResults_ = new QLabel(QStringLiteral("Search Results:"), this);
     name_control(lblResults_, QStringLiteral("lblResults"));
@@ -120,6 +125,7 @@ FrmSearch::FrmSearch(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     buttons->addWidget(stopCmd_);
     buttons->addWidget(ClearCmd_);
     buttons->addStretch(1);
+    buttons->addWidget(hlpCmd_);
     auto* top = new QHBoxLayout;
     top->addLayout(choose, 1);
     top->addSpacing(12);
@@ -138,6 +144,8 @@ FrmSearch::FrmSearch(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
 
     connect(options_, &QButtonGroup::idClicked, this, [this](int id) { f_.srch_kind = id; });
     connect(Command1_, &QPushButton::clicked, this, &FrmSearch::search);
+    connect(hlpCmd_, &QPushButton::clicked, this,
+            [this] { show_help(s_.help(), topic_of_form(QStringLiteral("frmSearch"))); });
     connect(stopCmd_, &QPushButton::clicked, this, [this] { stopCmd_Click(f_); });
     connect(ClearCmd_, &QPushButton::clicked, this, [this] {
         collect();

@@ -56,6 +56,7 @@ class FrmSearch : public QDialog {
     QPushButton* Command1_ = nullptr;
     QPushButton* stopCmd_ = nullptr;
     QPushButton* ClearCmd_ = nullptr;
+    QPushButton* hlpCmd_ = nullptr;
     QLabel* lblResults_ = nullptr;
     QLabel* lblHits_ = nullptr;
     QToolButton* imgPrint_ = nullptr;

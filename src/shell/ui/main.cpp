@@ -8,6 +8,8 @@
 #include "core/ui/dbus_notifier.h"
 #include "core/ui/qt_modal.h"
 #include "core/ui/qt_sound.h"
+#include "help/ui/frmAbout.h"
+#include "help/ui/frmHelpIdx.h"
 #include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
 #include "reminders/ui/frmRemnote.h"
@@ -67,6 +69,8 @@ int main(int argc, char** argv) {
     orva::register_frmTzone(modal, state);
     orva::register_frmSearch(modal, state);
     orva::register_frmFonts(modal, state);
+    orva::register_frmHelpIdx(modal, state);
+    orva::register_frmAbout(modal);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
 }

@@ -30,9 +30,7 @@ struct ToolKey {
     const char16_t* emoji;
 };
 
-// "Help" is left off until the help viewer exists: a button that opens
-// nothing would only puzzle. "Font Size" stands there doing nothing, as the
-// sheet always had it.
+// "Font Size" stands there doing nothing, as the sheet always had it.
 constexpr ToolKey tool_keys[] = {
     {"Copy", "edit-copy", u"\U0001F4C4"},
     {"Cut", "edit-cut", u"\u2702\uFE0F"},
@@ -48,6 +46,7 @@ constexpr ToolKey tool_keys[] = {
     {"Checkmark", "checkbox", u"\u2611\uFE0F"},
     {"Delete", "edit-delete", u"\U0001F5D1\uFE0F"},
     {"Print", "document-print", u"\U0001F5A8\uFE0F"},
+    {"Help", "help-contents", u"\u2753"},
 };
 
 // The sheet's pictures as the sticker list shows them, without the ring the
@@ -183,7 +182,7 @@ void FrmToDo::run_key(const QString& key) {
     vsToDo_->commit_edit();
     QClipboard* board = QGuiApplication::clipboard();
     ClipText clip{board->text(), false};
-    Toolbar1_ButtonClick(f_, s_.options(), key, clip);
+    Toolbar1_ButtonClick(f_, s_.options(), s_.help(), key, clip);
     if (clip.changed) board->setText(clip.text);
 }
 
