@@ -287,16 +287,22 @@ TEST_F(MainMenuTest, EveryEntryStandsAsDesignedInOrderWithItsDashes) {
         EXPECT_EQ(g.checkable, e.checkable) << at;
         EXPECT_EQ(g.checked, e.checked) << at;
         // A screen reader is told what a sighted user reads.
-        if (!g.dash) EXPECT_EQ(g.spoken, g.caption) << at;
+        if (!g.dash) {
+            EXPECT_EQ(g.spoken, g.caption) << at;
+        }
     }
 }
 
 TEST_F(MainMenuTest, CommandsWhoseFormsAreNotWrittenAreLeftOutNotDead) {
     launch();
     for (const Designed& d : designed_menu())
-        if (d.later) EXPECT_EQ(act(d.key), nullptr) << d.key;
+        if (d.later) {
+            EXPECT_EQ(act(d.key), nullptr) << d.key;
+        }
     for (const DesignedTool& t : designed_tools())
-        if (t.later) EXPECT_EQ(find<QToolButton>(t.key), nullptr) << t.key;
+        if (t.later) {
+            EXPECT_EQ(find<QToolButton>(t.key), nullptr) << t.key;
+        }
 }
 
 TEST_F(MainMenuTest, MnuRemIsNeverSeen) {
@@ -311,7 +317,9 @@ TEST_F(MainMenuTest, MnuRemIsNeverSeen) {
     QApplication::processEvents();
     EXPECT_TRUE(m.shown.empty());
     for (QAction* a : run->window->menuBar()->actions())
-        if (a->isVisible()) EXPECT_NE(a->objectName(), QStringLiteral("mnuRem"));
+        if (a->isVisible()) {
+            EXPECT_NE(a->objectName(), QStringLiteral("mnuRem"));
+        }
 }
 
 TEST_F(MainMenuTest, EachEnabledEntryReachesItsCommand) {
