@@ -245,13 +245,16 @@ void apply_skin(PlannerState& view, OptionsState& options, Color band_back, Colo
         if (options.skin_name == QLatin1String(link.key))
             skin.checked_item = QString::fromLatin1(link.item);
 
-    // White is the today cell, which keeps its white through every skin, and
-    // the selection keeps the pick colour.
+    // The today cell keeps its white through every skin, and the selection
+    // keeps the pick colour. Today is told by white and bold together: a
+    // month drawn under the standard skin is white all over, and the first
+    // skin chosen after it must colour those days too.
     Grid& cal = view.Cal;
     for (int r = 1; r < cal.Rows(); ++r)
         for (int c = 0; c < cal.Cols(); ++c) {
             const Color back = Color(cal.Cell(CellSetting::BackColor, r, c).toUInt());
-            if (back != white && back != view.cal_pick_color)
+            const bool today = back == white && cal.Cell(CellSetting::FontBold, r, c).toBool();
+            if (!today && back != view.cal_pick_color)
                 cal.setCell(CellSetting::BackColor, r, c, view.cal_back_color);
         }
 

@@ -102,8 +102,7 @@ TEST(Skins, AnUnchangedForeColourKeepsTheTextColourOfTheSkinBefore) {
 TEST(Skins, TheSelectedNavigatorCellKeepsThePickColourAndTodayStaysWhite) {
     SkinEnv e;
     // The month is drawn in the skin's colour, as at start, where the skin
-    // comes before the navigator's first fill: white cells are never
-    // repainted, so a month drawn before any skin would stay white.
+    // comes before the navigator's first fill.
     e.skin("mnuForest");
     fill_cal(e.s.store(), e.s.view(), e.s.cur_date);
     const int today_row = e.s.cal_row, today_col = e.s.cal_col;
@@ -125,6 +124,20 @@ TEST(Skins, TheSelectedNavigatorCellKeepsThePickColourAndTodayStaysWhite) {
     // A later mark gives the old selection the new skin's colour.
     mark_cal_day(e.s.view(), today_row, today_col);
     EXPECT_EQ(e.back(e.s.Cal, sel_row, sel_col), rgb(0, 255, 0));
+    EXPECT_EQ(e.back(e.s.Cal, today_row, today_col), white);
+}
+
+TEST(Skins, AMonthDrawnUnderTheWhiteStandardSkinTakesTheNextSkinsColourButToday) {
+    SkinEnv e;
+    // White, as the standard skin draws it on a desktop with white windows.
+    e.s.cal_back_color = white;
+    fill_cal(e.s.store(), e.s.view(), e.s.cur_date);
+    const int today_row = e.s.cal_row, today_col = e.s.cal_col;
+    const int other_row = today_row == 1 ? 2 : 1, other_col = 3;
+    ASSERT_EQ(e.back(e.s.Cal, other_row, other_col), white);
+
+    e.skin("mnuForest");
+    EXPECT_EQ(e.back(e.s.Cal, other_row, other_col), rgb(144, 238, 144));
     EXPECT_EQ(e.back(e.s.Cal, today_row, today_col), white);
 }
 

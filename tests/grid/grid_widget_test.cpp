@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -796,6 +797,45 @@ TEST_F(GridWidgetTest, CommitEditWritesWhatIsTypedAndClosesTheEditor) {
     EXPECT_FALSE(w.is_editing());
     ASSERT_EQ(after.count(), 1);
     EXPECT_EQ(grid.TextMatrix(2, 3).toLower(), "milk");
+}
+
+} // namespace
+} // namespace orva
+
+namespace orva {
+namespace {
+
+// A planner grid is hidden with its drawing switched off (a view change
+// turns redraw off first). The parent must still paint over the place it
+// took, or the old cells stay on screen between the controls shown next.
+TEST(GridWidgetHide, HidingAGridWithRedrawOffRepaintsThePlaceItTook) {
+    QWidget page;
+    page.resize(300, 200);
+    page.setAutoFillBackground(true);
+    QPalette p = page.palette();
+    p.setColor(QPalette::Window, QColor(0, 0, 255));
+    page.setPalette(p);
+    Grid grid;
+    grid.setRows(4);
+    grid.setCols(2);
+    GridWidget w(&page);
+    w.setGrid(&grid);
+    w.setGeometry(10, 10, 200, 150);
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    QApplication::processEvents();
+    const auto at_grid = [&] {
+        return page.screen()->grabWindow(page.winId()).toImage().pixelColor(100, 80);
+    };
+    ASSERT_NE(at_grid(), QColor(0, 0, 255));
+
+    grid.setRedraw(0);
+    w.refresh();
+    w.hide();
+    // The repaint is posted; a loaded machine may take a while to run it.
+    for (int i = 0; i < 100 && at_grid() != QColor(0, 0, 255); ++i)
+        QTest::qWait(20);
+    EXPECT_EQ(at_grid(), QColor(0, 0, 255));
 }
 
 } // namespace

@@ -418,6 +418,13 @@ void GridWidget::refresh() {
     sync();
 }
 
+void GridWidget::setVisible(bool visible) {
+    const bool uncover = !visible && isVisible() && !updatesEnabled() && parentWidget();
+    const QRect place = geometry();
+    QTableView::setVisible(visible);
+    if (uncover) parentWidget()->update(place);
+}
+
 void GridWidget::grid_changed() {
     if (applying_ || !grid_) return;
     if (grid_->Redraw() == 0) {

@@ -49,6 +49,11 @@ class GridWidget : public QTableView {
     // Applies pending grid changes now rather than on the next event-loop turn.
     void refresh();
 
+    // A grid whose redraw is off has its updates off too, and Qt then leaves
+    // the place it took unpainted when it is hidden: the parent is asked to
+    // paint it here.
+    void setVisible(bool visible) override;
+
     // Twips to pixels at the screen's logical DPI: twips * dpi / 1440.
     int twips_to_px(int twips, Qt::Orientation o = Qt::Horizontal) const;
     // Pixels the columns (the fixed one included) can fill side by side
