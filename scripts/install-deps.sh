@@ -16,6 +16,8 @@ packages=(
   libqt6multimedia6 libavcodec59 libavformat59 libswresample4 libpulse0
   xvfb xauth
   dbus-daemon
+  # The tests read printed pages back from PDF files (pdftotext, pdfinfo).
+  poppler-utils
 )
 
 missing=()

@@ -71,8 +71,16 @@ bool QtModal::print_dialog(PrintSetup& setup) {
     apply_setup(printer, setup);
     QPrintDialog dialog(&printer, host());
     dialog.setObjectName(QStringLiteral("printDialog"));
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, setup.selection_enabled);
+    // Saving a PDF is how a page reaches paper through another machine, so
+    // the file stays among the choices.
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, true);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (dialog.exec() != QDialog::Accepted) return false;
+    const bool offered = setup.selection_enabled;
     setup = setup_of(printer);
+    setup.selection_enabled = offered;
+    setup.selection = offered && setup.selection;
     return true;
 }
 
