@@ -9,7 +9,10 @@
 #include "core/modal.h"
 #include "core/ui/form_helpers.h"
 #include "core/ui/tool_icons.h"
+#include "grid/ui/grid_printer.h"
 #include "grid/ui/grid_widget.h"
+#include "printing/detail_print.h"
+#include "printing/planner_print.h"
 #include "shell/startup.h"
 #include "shell/tick.h"
 #include "state/options.h"
@@ -104,6 +107,9 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
     connect_overview();
     connect_navigator();
     connect_pane();
+    // Print jobs put their grids on paper through the grid layer.
+    s_.print_grid = [](const Grid& g, const PrintSetup& setup, const QString& name, int lr,
+                       int tb) { return PrintGrid(g, setup, name, lr, tb, planner_pictures()); };
 
     Timer1 = new QTimer(this);
     Timer1->setObjectName(QStringLiteral("Timer1"));
@@ -199,6 +205,9 @@ void frmCal::build_page() {
     strip->addWidget(tool(Frame3, QStringLiteral("imageFind"), QStringLiteral("Find"),
                           QStringLiteral("Find appointments"), QStringLiteral("edit-find"),
                           QStringLiteral("\U0001F50D")));
+    strip->addWidget(tool(Frame3, QStringLiteral("imagePrint"), QStringLiteral("Print"),
+                          QStringLiteral("Print"), QStringLiteral("document-print"),
+                          QStringLiteral("\U0001F5A8\uFE0F")));
     strip->addSpacing(12);
     strip->addWidget(tool(Frame3, QStringLiteral("ImageArrow0"), QStringLiteral("Prior"),
                           QStringLiteral("Prior Day"), QStringLiteral("go-previous"),
@@ -279,6 +288,9 @@ void frmCal::build_page() {
          QStringLiteral("go-up"), QStringLiteral("\U0001F53C"));
     tool(Frame2, QStringLiteral("imgDtlNext"), QString(), QStringLiteral("Next appointment"),
          QStringLiteral("go-down"), QStringLiteral("\U0001F53D"));
+    tool(Frame2, QStringLiteral("prtdtlImg"), QString(),
+         QStringLiteral("Print appointment details"), QStringLiteral("document-print"),
+         QStringLiteral("\U0001F5A8\uFE0F"));
     vsDtl = new GridWidget(Frame2);
     name_control(vsDtl, QStringLiteral("vsDtl"), QStringLiteral("Appointment details"));
     vsDtl->setGrid(&s_.vsDtl);
@@ -319,6 +331,11 @@ void frmCal::build_menus() {
     mnuOpen->setObjectName(QStringLiteral("mnuOpen"));
     mnuDelete = file->addAction(QIcon::fromTheme(QStringLiteral("edit-delete")), tr("&Delete"));
     mnuDelete->setObjectName(QStringLiteral("mnuDelete"));
+    QAction* mnuFilePrint =
+        file->addAction(QIcon::fromTheme(QStringLiteral("document-print")), tr("Print  "));
+    mnuFilePrint->setObjectName(QStringLiteral("mnuFilePrint"));
+    mnuFilePrint->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    mnuFilePrint->setShortcutContext(Qt::ApplicationShortcut);
     file->addSeparator();
     mnuExit = file->addAction(QIcon::fromTheme(QStringLiteral("application-exit")), tr("E&xit"));
     mnuExit->setObjectName(QStringLiteral("mnuExit"));
@@ -332,6 +349,8 @@ void frmCal::build_menus() {
     connect(mnuDelete, &QAction::triggered, this,
             [this] { run([this] { delete_calendar(s_, calendar_hooks()); }); });
     connect(mnuExit, &QAction::triggered, this, &frmCal::mnuExit_Click);
+    connect(mnuFilePrint, &QAction::triggered, this,
+            [this] { run([this] { mnuFilePrint_Click(s_, *this); }); });
 
     // The Edit menu is also the day grid's pop-up.
     mnuEdit = menuBar()->addMenu(tr("&Edit"));
@@ -520,6 +539,7 @@ void frmCal::connect_navigator() {
     clicked("imgTzone", [] { modal().open_form(QStringLiteral("frmTzone")); });
     clicked("imgTlist", [] { modal().open_form(QStringLiteral("frmToDo")); });
     clicked("imgSkins", [this] { mnuThemes->popup(QCursor::pos()); });
+    clicked("imagePrint", [this] { imagePrint_Click(s_, *this); });
     clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
     clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
     clicked("imgPriorMth", [this] { imgPriorMth_Click(s_, *this); });
@@ -572,6 +592,7 @@ void frmCal::connect_pane() {
             [this] { imgDtlPrior_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
     clicked("imgDtlNext",
             [this] { imgDtlNext_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
+    clicked("prtdtlImg", [this] { prtdtlImg_Click(s_, *this); });
     connect(vsDtl, &GridWidget::cellDoubleClicked, this, [this](int, int) {
         run([this] { vsDtl_DblClick(s_.store(), s_.view(), s_.editing(), s_.run()); });
     });
