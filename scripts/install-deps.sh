@@ -18,6 +18,8 @@ packages=(
   # A tray host for the tray test under Xvfb; the test skips without it.
   trayer
   dbus-daemon
+  # The tests read printed pages back from PDF files (pdftotext, pdfinfo).
+  poppler-utils
 )
 
 missing=()

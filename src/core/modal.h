@@ -11,18 +11,29 @@ enum class MsgStyle { Plain, Information, Warning, Critical, Question };
 
 enum class Answer { Yes, No, Ok, Cancel };
 
-// What a print dialog settled: where the pages go, which way up, and how many
-// copies the user asked for. A printing routine prints the copies itself, one
-// job each, so the printer's own count stays at one.
+// What a print dialog settled: where the pages go, which way up, on what
+// paper, and how many copies the user asked for. A printing routine prints
+// the copies itself, one job each, so the printer's own count stays at one.
 struct PrintSetup {
     QString printer_name; // empty: the system's default printer
     QString output_file;  // non-empty: a PDF file instead of a printer
     int orientation = 1;  // 1 portrait, 2 landscape
     int copies = 1;
-    // In: text is selected, so the dialog offers the selection as what to
-    // print and preselects it. Out: only the selection is to print.
+    // The paper in twips as it stands in `orientation` (a landscape letter
+    // page is 15840 wide); 0 when the dialog has not said, which leaves the
+    // printer's own paper.
+    int page_width = 0, page_height = 0;
+    // In: whether the dialog offers the selection as what to print. Without
+    // the offer the answer never says selection.
+    bool selection_enabled = false;
+    // In: the offered selection is preselected. Out: the user chose to print
+    // only the selection.
     bool selection = false;
 };
+
+// What the user reads when a page could not be printed or its file written.
+inline const QString print_failed_msg = QStringLiteral(
+    "The page could not be printed. Check the printer, or the folder the file was to go to.");
 
 // Everything modal goes through here: message boxes, Yes/No questions, file
 // dialogs and the opening of forms. The window installs a Qt implementation;

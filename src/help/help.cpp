@@ -179,11 +179,13 @@ bool follow_link(HelpForm& f, const QString& href) {
 }
 
 bool prtCmd_Click(HelpForm& f, bool text_selected) {
+    f.print_setup.selection_enabled = text_selected;
     f.print_setup.selection = text_selected;
     return modal().print_dialog(f.print_setup);
 }
 
 std::vector<QString> Command1_Click(HelpForm& f) {
+    f.print_setup.selection_enabled = false;
     f.print_setup.selection = false;
     if (!modal().print_dialog(f.print_setup)) return {};
     std::vector<QString> pages;

@@ -5,6 +5,7 @@
 #include "state/help_state.h"
 #include "state/options_state.h"
 #include "state/planner_state.h"
+#include "state/print_state.h"
 #include "state/reminder_state.h"
 #include "state/run_state.h"
 #include "store/shared.h"
@@ -14,17 +15,18 @@ namespace orva {
 // The whole shared module, one part per owner: the store's tables and files
 // (Shared), the planners (PlannerState), the options (OptionsState), the
 // editor's hand-over (EditorState), the reminders (ReminderState), the
-// running program (RunState) and the help viewer's hand-over (HelpState). A
-// routine takes the parts it uses, so that its signature says what it may
-// change; only the commands that reach into all of them take the whole. One
-// instance for the process; tests make their own.
+// running program (RunState), the help viewer's hand-over (HelpState) and
+// the print jobs (PrintState). A routine takes the parts it uses, so that its
+// signature says what it may change; only the commands that reach into all of
+// them take the whole. One instance for the process; tests make their own.
 struct AppState : Shared,
                   PlannerState,
                   OptionsState,
                   EditorState,
                   ReminderState,
                   RunState,
-                  HelpState {
+                  HelpState,
+                  PrintState {
     Shared& store() { return *this; }
     PlannerState& view() { return *this; }
     OptionsState& options() { return *this; }
@@ -32,6 +34,7 @@ struct AppState : Shared,
     ReminderState& reminders() { return *this; }
     RunState& run() { return *this; }
     HelpState& help() { return *this; }
+    PrintState& printing() { return *this; }
 };
 
 } // namespace orva

@@ -275,7 +275,8 @@ TEST_F(HelpViewer, PrintWithTextSelectedOffersTheSelectionAndPrintsIt) {
     env.m.print_answers.push_back(selected);
     press(*dlg, "prtCmd");
     ASSERT_EQ(env.m.print_presets.size(), 1u);
-    EXPECT_TRUE(env.m.print_presets[0].selection) << "the selection is preselected";
+    EXPECT_TRUE(env.m.print_presets[0].selection_enabled) << "the selection is offered";
+    EXPECT_TRUE(env.m.print_presets[0].selection) << "and preselected";
     EXPECT_EQ(pdf_pages(env.dir.filePath("part.pdf")), 1);
 }
 

@@ -296,7 +296,9 @@ TEST_F(HelpBook, PrintOffersTheSelectionOnlyWhenTextIsSelected) {
     EXPECT_FALSE(prtCmd_Click(f, false));
     EXPECT_FALSE(prtCmd_Click(f, true));
     ASSERT_EQ(env.m.print_presets.size(), 2u);
+    EXPECT_FALSE(env.m.print_presets[0].selection_enabled);
     EXPECT_FALSE(env.m.print_presets[0].selection);
+    EXPECT_TRUE(env.m.print_presets[1].selection_enabled);
     EXPECT_TRUE(env.m.print_presets[1].selection);
 
     PrintSetup to_file;
@@ -319,7 +321,8 @@ TEST_F(HelpBook, PrintAllGivesEveryTopicInOutlineOrderWithoutTheHeadings) {
     EXPECT_TRUE(pages[1].contains("<h1>Day planner</h1>"));
     EXPECT_TRUE(pages[2].contains("<h1>Week planner</h1>"));
     EXPECT_TRUE(pages[3].contains("<h1>Keys</h1>"));
-    EXPECT_FALSE(env.m.print_presets[0].selection) << "all topics have no selection";
+    EXPECT_FALSE(env.m.print_presets[0].selection_enabled) << "all topics have no selection";
+    EXPECT_FALSE(env.m.print_presets[0].selection);
     EXPECT_EQ(f.cursor, 2) << "the cursor returns to the topic shown";
     EXPECT_TRUE(shows(f, "Day planner"));
 }

@@ -30,6 +30,9 @@ class ScriptedModal final : public Modal {
     // cancels. The setups the dialogs were opened with are kept.
     std::deque<std::optional<PrintSetup>> print_answers;
     std::vector<PrintSetup> print_presets;
+    // Also for print_dialog, asked before print_answers: the user accepts
+    // the dialog as it was preset, only sending the pages to this PDF file.
+    std::deque<QString> print_to_pdf;
     // Runs while the print dialog is up, to see what stands behind it.
     std::function<void()> during_print;
     // For choose_color: a colour accepts with it, nullopt (or none) cancels.
@@ -55,6 +58,12 @@ class ScriptedModal final : public Modal {
         shown.push_back({QStringLiteral("print"), {}, MsgStyle::Plain, {}});
         print_presets.push_back(setup);
         if (during_print) during_print();
+        if (!print_to_pdf.empty()) {
+            setup.output_file = print_to_pdf.front();
+            setup.printer_name.clear();
+            print_to_pdf.pop_front();
+            return true;
+        }
         if (print_answers.empty()) return false;
         const std::optional<PrintSetup> a = print_answers.front();
         print_answers.pop_front();

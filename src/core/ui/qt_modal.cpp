@@ -67,19 +67,26 @@ QString QtModal::open_file_dialog(const QString& filter, const QString& file_nam
 }
 
 bool QtModal::print_dialog(PrintSetup& setup) {
+    PrintSetup preset = setup;
+    preset.selection = setup.selection_enabled && setup.selection;
     QPrinter printer(QPrinter::HighResolution);
-    apply_setup(printer, setup);
+    apply_setup(printer, preset);
     QPrintDialog dialog(&printer, host());
     dialog.setObjectName(QStringLiteral("printDialog"));
-    if (setup.selection) {
-        dialog.setOption(QAbstractPrintDialog::PrintSelection);
-        dialog.setPrintRange(QAbstractPrintDialog::Selection);
-    }
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, preset.selection_enabled);
+    dialog.setPrintRange(preset.selection ? QAbstractPrintDialog::Selection
+                                          : QAbstractPrintDialog::AllPages);
+    // Saving a PDF is how a page reaches paper through another machine, so
+    // the file stays among the choices.
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, true);
+    // The jobs print whole documents; a range the dialog took would be lost.
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (dialog.exec() != QDialog::Accepted) return false;
-    const bool selection =
-        setup.selection && dialog.printRange() == QAbstractPrintDialog::Selection;
+    const bool offered = setup.selection_enabled;
+    const bool chosen = dialog.printRange() == QAbstractPrintDialog::Selection;
     setup = setup_of(printer);
-    setup.selection = selection;
+    setup.selection_enabled = offered;
+    setup.selection = offered && chosen;
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "grid/ui/grid_widget.h"
 #include "help/help.h"
 #include "help/help_topics.h"
+#include "printing/print_setup.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -255,18 +256,15 @@ void FrmSearch::print() {
             if (on) s.timer1_enabled = true;
         }
     } tick_back{s_, ticking};
-    PrintSetup setup;
-    if (!modal().print_dialog(setup)) return;
+    print_setup(s_, 1, true);
+    if (s_.print_cancel) return;
     const QString title = print_title(f_);
-    const int copies = std::max(1, setup.copies);
-    setup.copies = 1;
+    PrintSetup setup = s_.printer;
     setup.orientation = setup.orientation == 1 ? 1 : 2;
-    for (int copy = 1; copy <= copies; ++copy) {
-        if (!print_grid(f_.srchGrid, setup, title, 720, planner_pictures())) {
-            modal().message(print_failed_msg, MsgStyle::Critical);
-            return;
-        }
-    }
+    const bool printed = print_copies(setup, [&](const PrintSetup& one) {
+        return PrintGrid(f_.srchGrid, one, title, print_margin, print_margin, planner_pictures());
+    });
+    if (!printed) modal().message(print_failed_msg, MsgStyle::Critical);
 }
 
 void FrmSearch::resizeEvent(QResizeEvent* event) {

@@ -10,7 +10,10 @@
 #include "core/ui/form_helpers.h"
 #include "core/ui/tool_icons.h"
 #include "core/ui/tray_probe.h"
+#include "grid/ui/grid_printer.h"
 #include "grid/ui/grid_widget.h"
+#include "printing/detail_print.h"
+#include "printing/planner_print.h"
 #include "shell/autostart.h"
 #include "shell/main_menu.h"
 #include "shell/startup.h"
@@ -135,6 +138,9 @@ frmCal::frmCal(AppState& state, QWidget* parent) : QMainWindow(parent), s_(state
     connect_overview();
     connect_navigator();
     connect_pane();
+    // Print jobs put their grids on paper through the grid layer.
+    s_.print_grid = [](const Grid& g, const PrintSetup& setup, const QString& name, int lr,
+                       int tb) { return PrintGrid(g, setup, name, lr, tb, planner_pictures()); };
 
     Timer1 = new QTimer(this);
     Timer1->setObjectName(QStringLiteral("Timer1"));
@@ -270,6 +276,9 @@ void frmCal::build_page() {
          QStringLiteral("go-up"), QStringLiteral("\U0001F53C"));
     tool(Frame2, QStringLiteral("imgDtlNext"), QString(), QStringLiteral("Next appointment"),
          QStringLiteral("go-down"), QStringLiteral("\U0001F53D"));
+    tool(Frame2, QStringLiteral("prtdtlImg"), QString(),
+         QStringLiteral("Print appointment details"), QStringLiteral("document-print"),
+         QStringLiteral("\U0001F5A8\uFE0F"));
     vsDtl = new GridWidget(Frame2);
     name_control(vsDtl, QStringLiteral("vsDtl"), QStringLiteral("Appointment details"));
     vsDtl->setGrid(&s_.vsDtl);
@@ -319,6 +328,7 @@ frmCal::Commands frmCal::tool_commands() {
     // The pictures open their tools with no test for a calendar; a T-List
     // without one is a sheet whose save fails without a word.
     c[QStringLiteral("imageFind")] = cmd([] { modal().open_form(QStringLiteral("frmSearch")); });
+    c[QStringLiteral("imagePrint")] = cmd([this] { imagePrint_Click(s_, *this); });
     c[QStringLiteral("ImageArrow0")] = cmd([this] { ImageArrow_Click(s_, *this, 0); });
     c[QStringLiteral("ImageArrow1")] = cmd([this] { ImageArrow_Click(s_, *this, 1); });
     c[QStringLiteral("imgSkins")] = [this] { mnuThemes->popup(QCursor::pos()); };
@@ -343,6 +353,7 @@ frmCal::Commands frmCal::menu_commands(const Commands& tools) {
     c[QStringLiteral("mnuOpen")] = cmd([this] { open_calendar(s_, calendar_hooks()); });
     c[QStringLiteral("mnuNew")] = cmd([this] { new_calendar(s_, calendar_hooks()); });
     c[QStringLiteral("mnuFileDelCal")] = cmd([this] { delete_calendar(s_, calendar_hooks()); });
+    c[QStringLiteral("mnuFilePrint")] = cmd([this] { mnuFilePrint_Click(s_, *this); });
     c[QStringLiteral("mnuExit")] = [this] { mnuExit_Click(); };
 
     c[QStringLiteral("mnuadd")] = tool("imageReminder");
@@ -706,6 +717,7 @@ void frmCal::connect_pane() {
             [this] { imgDtlPrior_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
     clicked("imgDtlNext",
             [this] { imgDtlNext_Click(s_.store(), s_.view(), s_.options(), s_.editing()); });
+    clicked("prtdtlImg", [this] { prtdtlImg_Click(s_, *this); });
     connect(vsDtl, &GridWidget::cellDoubleClicked, this, [this](int, int) {
         run([this] { vsDtl_DblClick(s_.store(), s_.view(), s_.editing(), s_.run()); });
     });

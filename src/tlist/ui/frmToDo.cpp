@@ -6,6 +6,7 @@
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_printer.h"
 #include "grid/ui/grid_widget.h"
+#include "printing/print_setup.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -130,8 +131,10 @@ FrmToDo::FrmToDo(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
             [this](int row, int col, const QString&) { vsToDo_AfterEdit(f_, row, col); });
 
     f_.print = [](const Grid& sheet, const PrintSetup& setup) {
-        if (!print_grid(sheet, setup, QString(), 720, sheet_pictures()))
-            modal().message(print_failed_msg, MsgStyle::Critical);
+        const bool printed = print_copies(setup, [&](const PrintSetup& one) {
+            return PrintGrid(sheet, one, QString(), print_margin, print_margin, sheet_pictures());
+        });
+        if (!printed) modal().message(print_failed_msg, MsgStyle::Critical);
     };
 
     // The sheet learns its width before it opens: the text column is sized
