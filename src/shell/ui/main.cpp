@@ -10,6 +10,7 @@
 #include "core/ui/qt_sound.h"
 #include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
+#include "reminders/ui/frmRemList.h"
 #include "reminders/ui/frmRemnote.h"
 #include "search/ui/frmSearch.h"
 #include "shell/single_instance.h"
@@ -62,6 +63,7 @@ int main(int argc, char** argv) {
     orva::register_frmToDo(modal, state);
     orva::register_frmTzone(modal, state);
     orva::register_frmSearch(modal, state);
+    orva::register_frmRemList(modal, state);
     orva::register_frmFonts(modal, state);
     if (!window.start(instance)) return 0;
     return window.ended() ? 0 : app.exec();
