@@ -10,6 +10,7 @@
 #include "core/ui/form_helpers.h"
 #include "core/ui/tool_icons.h"
 #include "grid/ui/grid_widget.h"
+#include "reminders/rem_list.h"
 #include "shell/startup.h"
 #include "shell/tick.h"
 #include "state/options.h"
@@ -207,6 +208,9 @@ void frmCal::build_page() {
                           QStringLiteral("Next day"), QStringLiteral("go-next"),
                           QStringLiteral("\u25B6\uFE0F")));
     strip->addSpacing(12);
+    strip->addWidget(tool(Frame3, QStringLiteral("imgRem"), QStringLiteral("Reminders"),
+                          QStringLiteral("List of reminders"), QStringLiteral("appointment-soon"),
+                          QStringLiteral("\u23F0")));
     strip->addWidget(tool(Frame3, QStringLiteral("imgTzone"), QStringLiteral("T- Zone"),
                           QStringLiteral("Time Zones"), QStringLiteral("preferences-system-time"),
                           QStringLiteral("\U0001F30D")));
@@ -519,6 +523,8 @@ void frmCal::connect_navigator() {
     clicked("imageFind", [] { modal().open_form(QStringLiteral("frmSearch")); });
     clicked("imgTzone", [] { modal().open_form(QStringLiteral("frmTzone")); });
     clicked("imgTlist", [] { modal().open_form(QStringLiteral("frmToDo")); });
+    // Unlike the tools above, the reminder list wants a calendar.
+    clicked("imgRem", [this] { imgRem_Click(s_); });
     clicked("imgSkins", [this] { mnuThemes->popup(QCursor::pos()); });
     clicked("ImageArrow0", [this] { ImageArrow_Click(s_, *this, 0); });
     clicked("ImageArrow1", [this] { ImageArrow_Click(s_, *this, 1); });
