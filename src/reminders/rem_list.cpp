@@ -5,7 +5,8 @@
 #include "store/calendar_file.h"
 #include "store/member_format.h"
 #include "views/day_view.h"
-#include "views/refresh.h"
+#include "views/month_view.h"
+#include "views/week_view.h"
 
 #include <QLocale>
 #include <algorithm>
@@ -72,6 +73,18 @@ QDate row_date(const RemListForm& f, int row) {
     const Grid& g = f.vsRmdr;
     if (row < g.FixedRows() || row >= g.Rows()) return {};
     return QDate::fromString(g.TextMatrix(row, col_date), Qt::ISODate);
+}
+
+// The planner that is up, drawn whole for cur_date: band, navigator and grid
+// all show the one day.
+void show_planner(AppState& s) {
+    WindowPort& w = s.window_port();
+    if (s.view_month)
+        imageMonth_Click(s, w);
+    else if (s.view_week)
+        imageWeek_Click(s, w);
+    else
+        imageDay_Click(s.store(), s.view(), s.options(), s.editing(), w);
 }
 
 void reload(AppState& s) {
@@ -286,7 +299,7 @@ void open_rmdr_appt(AppState& s, RemListForm& f, int row) {
         // cur_date stays on the row's day. When that loaded another month,
         // the planner is drawn for it: its cells name rows of appt_tbl, and
         // those now belong to that month.
-        if (month_changed) refresh_planner(s);
+        if (month_changed) show_planner(s);
         return;
     }
 
@@ -314,9 +327,10 @@ void open_rmdr_appt(AppState& s, RemListForm& f, int row) {
         init_rmdr(f);
         fill_rmdr(s, f);
     }
-    // The editor drew the planner (if it saved) for the row's month; after
-    // going back it is drawn for the kept day again.
-    if (month_changed || s.mark_past || s.appt_changed) refresh_planner(s);
+    // A save drew the planner for the row's day; after going back to another
+    // month it is drawn for the kept day again, so its cells and the tables
+    // agree.
+    if (month_changed || s.mark_past || s.appt_changed) show_planner(s);
 }
 
 void Form_Resize(RemListForm& f) {

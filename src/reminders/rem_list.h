@@ -21,8 +21,10 @@ struct RemListForm {
     int optDisplay = 2;
     Grid vsRmdr;
     QString lblCnt;
-    // Window and grid in twips, as the window last reported them.
-    int width = 10170, height = 6600;
+    // Window and grid in twips, as the window last reported them. It opens
+    // wider than its least width, so that a long weekday with a long date
+    // fits the share of its column.
+    int width = 13500, height = 7200;
     int grid_top = 1200;
     bool busy = false;   // the hourglass is up during a refresh
     int months_read = 0; // months the last fill walked, with a member or not

@@ -463,6 +463,7 @@ TEST(RemListDoubleClick, AnEntryNoLongerThereIsToldAndCurDateStaysOnTheRowDay) {
     EXPECT_EQ(e.s.cur_date, QDate(2026, 5, 20));
     // The planner is drawn for that day, so its cells match the tables.
     EXPECT_EQ(e.s.day_appts, 1);
+    EXPECT_EQ(e.w.long_date, long_date_label(QDate(2026, 5, 20)));
 }
 
 TEST(RemListDoubleClick, AnEditorThatRemadeTheRemindersRenewsTheList) {
@@ -487,6 +488,11 @@ TEST(RemListDoubleClick, AnEditorThatRemadeTheRemindersRenewsTheList) {
     vsRmdr_DblClick(e.s, e.f, 1, 3);
     EXPECT_EQ(e.column(3), QStringList{QStringLiteral("Orthodontist")});
     EXPECT_EQ(e.f.lblCnt, u"1 reminder ");
+    // In the same month cur_date stays on the entry's day, and the planner,
+    // band included, is drawn for it.
+    EXPECT_EQ(e.s.cur_date, mar10);
+    EXPECT_EQ(e.s.ctl(QStringLiteral("Label1")).text, long_date_label(mar10));
+    EXPECT_EQ(e.w.long_date, long_date_label(mar10));
 }
 
 TEST(RemListDoubleClick, ACancelledEditorLeavesTheListAsItWas) {

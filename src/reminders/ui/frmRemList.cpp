@@ -14,6 +14,7 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -111,7 +112,10 @@ FrmRemList::FrmRemList(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
             });
 
     setMinimumWidth(px(rem_list_min_width));
-    resize(px(f_.width), px(f_.height, Qt::Vertical));
+    QSize size(px(f_.width), px(f_.height, Qt::Vertical));
+    if (const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size());
+    resize(size);
     {
         WaitCursor wait;
         Form_Load(s_, f_);
