@@ -26,8 +26,8 @@ namespace {
 
 // The menu bar as it is designed, in order, each entry after its parent.
 // `later` marks a command whose form is not written yet, with the dash that
-// stands only beside it: the window leaves both out. `checked` is the check
-// after a first start, which the default options give.
+// stands only beside it: the window leaves both out. No entry waits so now.
+// `checked` is the check after a first start, which the default options give.
 struct Designed {
     const char* key;
     const char* parent;
@@ -46,10 +46,6 @@ Designed dash(const char* key, const char* parent, bool later = false) {
 Designed check(const char* key, const char* parent, const char* caption, bool on,
                const char* shortcut = "") {
     return {key, parent, caption, shortcut, true, true, true, on};
-}
-Designed later(const char* key, const char* parent, const char* caption,
-               const char* shortcut = "") {
-    return {key, parent, caption, shortcut, true, true, false, false, true};
 }
 Designed skin(const char* key, const char* parent, const char* caption, bool on = false) {
     return check(key, parent, caption, on);
@@ -88,7 +84,7 @@ const std::vector<Designed>& designed_menu() {
         dash("mnuViewDash1", "mnuView"),
         {"mnuTlist", "mnuView", "T-List (To do list)"},
         {"mnuTzone", "mnuView", "T-Zone (World Time zones)"},
-        later("mnuRemList", "mnuView", "Reminders"),
+        {"mnuRemList", "mnuView", "Reminders"},
         {"mnuCustom", "", "Customize"},
         {"mnuColor", "mnuCustom", "Color"},
         {"mnuBackc", "mnuColor", "Appointment Background (applies to all appts)"},
@@ -123,7 +119,7 @@ const std::vector<Designed>& designed_menu() {
         // Off while the window shows.
         {"sysCalender", "sysmenu", "Calendar", "", true, false},
         dash("sysdash1", "sysmenu"),
-        later("sysRem", "sysmenu", "Reminders"),
+        {"sysRem", "sysmenu", "Reminders"},
         {"sysTlist", "sysmenu", "T-List   (To Do list)"},
         {"sysTzone", "sysmenu", "T-Zone   (Time Zones)"},
         {"sysSearch", "sysmenu", "Search"},
@@ -156,7 +152,7 @@ const std::vector<DesignedTool>& designed_tools() {
         {"imagePrint", "Print", "Print"},
         {"ImageArrow0", "Prior", "Prior Day"},
         {"ImageArrow1", "Next", "Next day"},
-        {"imgRem", "Reminders", "List of reminders", true},
+        {"imgRem", "Reminders", "List of reminders"},
         {"imgSkins", "Skins", "Calendar skins"},
         {"imgTzone", "T- Zone", "Time Zones"},
         {"imgTlist", "T- List", "To Do list"},
@@ -377,6 +373,7 @@ TEST_F(MainMenuTest, EachEnabledEntryReachesItsCommand) {
         {"mnuMplanner", view(&AppState::view_month)},
         {"mnuTlist", form("frmToDo")},
         {"mnuTzone", form("frmTzone")},
+        {"mnuRemList", form("frmRemList")},
         {"mnuColorY", Check([this](size_t) { EXPECT_EQ(s().appt_color_mode, "1"); })},
         {"mnuNoColor", Check([this](size_t) { EXPECT_EQ(s().appt_color_mode, "3"); })},
         {"mnuColorSelect", asked("color")},
@@ -395,6 +392,7 @@ TEST_F(MainMenuTest, EachEnabledEntryReachesItsCommand) {
          })},
         {"sysTlist", form("frmToDo")},
         {"sysTzone", form("frmTzone")},
+        {"sysRem", form("frmRemList")},
         {"sysSearch", form("frmSearch")},
         {"sysmnuRestore", restored},
         {"sysHelp", form("frmHelpIdx")},
@@ -490,7 +488,8 @@ TEST_F(MainMenuTest, WithNoCalendarOpenTrayToolsShowTheGuardAndNoForm) {
     install_tray_probe([] { return true; });
     launch();
     s().cal_path.clear();
-    for (const char* key : {"sysTlist", "sysTzone", "sysSearch", "mnuTlist", "mnuTzone"}) {
+    for (const char* key :
+         {"sysTlist", "sysTzone", "sysSearch", "mnuTlist", "mnuTzone", "mnuRemList"}) {
         const size_t before = m.shown.size();
         act(key)->trigger();
         ASSERT_EQ(m.shown.size(), before + 1) << key;
@@ -498,9 +497,21 @@ TEST_F(MainMenuTest, WithNoCalendarOpenTrayToolsShowTheGuardAndNoForm) {
         EXPECT_EQ(m.shown.back().text, no_calendar_text) << key;
     }
     EXPECT_EQ(m.last(u"form"), nullptr);
-    // The pictures open their tools with no such test.
+    // The pictures open their tools with no such test...
     QTest::mouseClick(find<QToolButton>("imgTzone"), Qt::LeftButton);
     EXPECT_EQ(forms_opened("frmTzone"), 1u);
+    // ...but for the reminder list's, which asks as its menu entry does.
+    size_t before = m.shown.size();
+    QTest::mouseClick(find<QToolButton>("imgRem"), Qt::LeftButton);
+    ASSERT_EQ(m.shown.size(), before + 1);
+    EXPECT_EQ(m.shown.back().kind, QStringLiteral("message"));
+    EXPECT_EQ(m.shown.back().text, no_calendar_text);
+    EXPECT_EQ(forms_opened("frmRemList"), 0u);
+    // From the tray the list opens all the same.
+    before = m.shown.size();
+    act("sysRem")->trigger();
+    ASSERT_EQ(m.shown.size(), before + 1);
+    EXPECT_EQ(forms_opened("frmRemList"), 1u);
 }
 
 TEST_F(MainMenuTest, ImgTlistWithNoCalendarOpensASheetWhoseSaveFailsSilently) {

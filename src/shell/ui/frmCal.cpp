@@ -14,6 +14,7 @@
 #include "grid/ui/grid_widget.h"
 #include "printing/detail_print.h"
 #include "printing/planner_print.h"
+#include "reminders/rem_list.h"
 #include "shell/autostart.h"
 #include "shell/main_menu.h"
 #include "shell/startup.h"
@@ -331,6 +332,9 @@ frmCal::Commands frmCal::tool_commands() {
     c[QStringLiteral("imagePrint")] = cmd([this] { imagePrint_Click(s_, *this); });
     c[QStringLiteral("ImageArrow0")] = cmd([this] { ImageArrow_Click(s_, *this, 0); });
     c[QStringLiteral("ImageArrow1")] = cmd([this] { ImageArrow_Click(s_, *this, 1); });
+    // Unlike the other pictures' tools, the reminder list asks for a
+    // calendar first.
+    c[QStringLiteral("imgRem")] = cmd([this] { imgRem_Click(s_); });
     c[QStringLiteral("imgSkins")] = [this] { mnuThemes->popup(QCursor::pos()); };
     c[QStringLiteral("imgTzone")] = cmd([] { modal().open_form(QStringLiteral("frmTzone")); });
     c[QStringLiteral("imgTlist")] = cmd([] { modal().open_form(QStringLiteral("frmToDo")); });
@@ -396,6 +400,7 @@ frmCal::Commands frmCal::menu_commands(const Commands& tools) {
         cmd([this] { open_with_calendar(s_, QStringLiteral("frmToDo")); });
     c[QStringLiteral("mnuTzone")] =
         cmd([this] { open_with_calendar(s_, QStringLiteral("frmTzone")); });
+    c[QStringLiteral("mnuRemList")] = tool("imgRem");
 
     const auto color = [&](const char* name, void (*command)(AppState&, WindowPort&)) {
         c[QString::fromLatin1(name)] = checked([this, command] { command(s_, *this); });
@@ -432,6 +437,8 @@ frmCal::Commands frmCal::menu_commands(const Commands& tools) {
 
     c[QStringLiteral("sysAbout")] = c[QStringLiteral("mnuHelpabout")];
     c[QStringLiteral("sysCalender")] = checked([this] { sysCalender_Click(s_, *this); });
+    // From the tray the list opens as it is, with no test for a calendar.
+    c[QStringLiteral("sysRem")] = cmd([] { sysRem_Click(); });
     c[QStringLiteral("sysTlist")] = c[QStringLiteral("mnuTlist")];
     c[QStringLiteral("sysTzone")] = c[QStringLiteral("mnuTzone")];
     c[QStringLiteral("sysSearch")] =

@@ -12,6 +12,7 @@
 #include "help/ui/frmHelpIdx.h"
 #include "reminders/ui/frmAnimate.h"
 #include "reminders/ui/frmRem1.h"
+#include "reminders/ui/frmRemList.h"
 #include "reminders/ui/frmRemnote.h"
 #include "search/ui/frmSearch.h"
 #include "shell/single_instance.h"
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
     orva::register_frmToDo(modal, state);
     orva::register_frmTzone(modal, state);
     orva::register_frmSearch(modal, state);
+    orva::register_frmRemList(modal, state);
     orva::register_frmFonts(modal, state);
     orva::register_frmHelpIdx(modal, state);
     orva::register_frmAbout(modal);
