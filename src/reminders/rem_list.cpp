@@ -2,6 +2,8 @@
 
 #include "core/clock.h"
 #include "core/modal.h"
+#include "help/help.h"
+#include "help/help_topics.h"
 #include "store/calendar_file.h"
 #include "store/member_format.h"
 #include "views/day_view.h"
@@ -249,9 +251,8 @@ void Command1_Click(Shared& s, RemListForm& f) {
     f.busy = false;
 }
 
-void Command2_Click(const RemListForm& f) {
-    Q_UNUSED(f);
-    modal().open_form(QStringLiteral("frmHelpIdx"));
+void Command2_Click(HelpState& help) {
+    show_help(help, topic_of_form(QStringLiteral("frmRemList")));
 }
 
 void vsRmdr_DblClick(AppState& s, RemListForm& f, int row, int col) {

@@ -84,9 +84,8 @@ QString rmdr_status(const rmdr_rec& r);
 // Refresh: a reversed range is told and changes nothing; otherwise the list
 // is built anew.
 void Command1_Click(Shared& s, RemListForm& f);
-// Help: the help viewer, modal. The form only tells this Help from the
-// other forms' own.
-void Command2_Click(const RemListForm& f);
+// Help: the help viewer, modal, at the reminder list's own topic.
+void Command2_Click(HelpState& help);
 
 // A double click: columns 0 and 1 go to the row's day, 2 and 3 open its
 // entry, the others and the heading do nothing.

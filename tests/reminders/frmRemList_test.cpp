@@ -152,12 +152,15 @@ TEST_F(FrmRemListDialog, FromDateAfterToDateShowsTheErrorBoxAndKeepsTheList) {
     EXPECT_EQ(child<QLabel>(dlg, "lblCnt")->text(), "1 reminder ");
 }
 
-TEST_F(FrmRemListDialog, HelpButtonOpensTheHelpViewer) {
+TEST_F(FrmRemListDialog, HelpButtonOpensTheHelpViewerAtTheListsTopic) {
     FrmRemList dlg(s);
     dlg.show();
+    QString handed;
+    env.m.forms[QStringLiteral("frmHelpIdx")] = [&] { handed = s.help_topic; };
     QTest::mouseClick(child<QPushButton>(dlg, "Command2"), Qt::LeftButton);
     ASSERT_NE(env.m.last(u"form"), nullptr);
     EXPECT_EQ(env.m.last(u"form")->text, "frmHelpIdx");
+    EXPECT_EQ(handed, QStringLiteral("topics/reminder_list.html"));
 }
 
 TEST_F(FrmRemListDialog, DoubleClickOnTheSubjectOpensThatEntry) {

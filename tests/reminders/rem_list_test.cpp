@@ -1,3 +1,4 @@
+#include "help/help_topics.h"
 #include "rem_list_fixtures.h"
 
 #include <gtest/gtest.h>
@@ -328,11 +329,16 @@ TEST(RemListRefresh, RebuildsTheListForTheNewRange) {
     EXPECT_FALSE(e.f.busy);
 }
 
-TEST(RemListRefresh, HelpOpensTheHelpViewer) {
+TEST(RemListRefresh, HelpOpensTheHelpViewerAtTheListsTopic) {
     RemListEnv e;
-    Command2_Click(e.f);
+    QString handed;
+    e.m.forms[QStringLiteral("frmHelpIdx")] = [&] { handed = e.s.help_topic; };
+    Command2_Click(e.s.help());
     ASSERT_NE(e.m.last(u"form"), nullptr);
     EXPECT_EQ(e.m.last(u"form")->text, u"frmHelpIdx");
+    EXPECT_EQ(handed, topic_of_form(QStringLiteral("frmRemList")));
+    EXPECT_FALSE(handed.isEmpty());
+    EXPECT_TRUE(e.s.help_topic.isEmpty());
 }
 
 // --- double click ----------------------------------------------------------

@@ -100,7 +100,7 @@ FrmRemList::FrmRemList(AppState& s, QWidget* parent) : QDialog(parent), s_(s) {
     connect(srchDTPicker2_, &QDateEdit::dateChanged, this, [this](QDate d) { f_.to_date = d; });
     connect(options_, &QButtonGroup::idClicked, this, [this](int id) { f_.optDisplay = id; });
     connect(Command1_, &QPushButton::clicked, this, &FrmRemList::refresh);
-    connect(Command2_, &QPushButton::clicked, this, [this] { Command2_Click(f_); });
+    connect(Command2_, &QPushButton::clicked, this, [this] { Command2_Click(s_.help()); });
     connect(vsRmdr_, &GridWidget::cellDoubleClicked, this, &FrmRemList::grid_double_clicked);
     // Enter on a cell does what a double click on it does, so the day and the
     // entry are in reach without a mouse.
