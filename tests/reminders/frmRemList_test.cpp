@@ -139,6 +139,18 @@ TEST_F(FrmRemListDialog, PendingOptionAndRefreshShowOnlyTheActiveOnes) {
     EXPECT_EQ(child<QLabel>(dlg, "lblCnt")->text(), "1 reminder ");
 }
 
+TEST_F(FrmRemListDialog, EnterInADateBoxRefreshesTheList) {
+    fill_year();
+    FrmRemList dlg(s);
+    dlg.show();
+    auto* to = child<QDateEdit>(dlg, "srchDTPicker2");
+    child<QDateEdit>(dlg, "srchDTPicker1")->setDate(QDate(2026, 11, 1));
+    to->setDate(QDate(2026, 12, 31));
+    to->setFocus();
+    QTest::keyClick(to, Qt::Key_Return);
+    EXPECT_EQ(subjects(dlg), (QStringList{"Team meeting", "Party", "Flight"}));
+}
+
 TEST_F(FrmRemListDialog, FromDateAfterToDateShowsTheErrorBoxAndKeepsTheList) {
     fill_year();
     FrmRemList dlg(s);
