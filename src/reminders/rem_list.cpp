@@ -8,7 +8,7 @@
 #include "store/member_format.h"
 #include "views/day_view.h"
 #include "views/month_view.h"
-#include "views/week_view.h"
+#include "views/refresh.h"
 
 #include <QLocale>
 #include <algorithm>
@@ -75,18 +75,6 @@ QDate row_date(const RemListForm& f, int row) {
     const Grid& g = f.vsRmdr;
     if (row < g.FixedRows() || row >= g.Rows()) return {};
     return QDate::fromString(g.TextMatrix(row, col_date), Qt::ISODate);
-}
-
-// The planner that is up, drawn whole for cur_date: band, navigator and grid
-// all show the one day.
-void show_planner(AppState& s) {
-    WindowPort& w = s.window_port();
-    if (s.view_month)
-        imageMonth_Click(s, w);
-    else if (s.view_week)
-        imageWeek_Click(s, w);
-    else
-        imageDay_Click(s.store(), s.view(), s.options(), s.editing(), w);
 }
 
 void reload(AppState& s) {

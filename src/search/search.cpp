@@ -7,7 +7,7 @@
 #include "store/member_format.h"
 #include "views/day_view.h"
 #include "views/month_view.h"
-#include "views/week_view.h"
+#include "views/refresh.h"
 
 #include <QLocale>
 
@@ -69,17 +69,6 @@ bool is_hit(SearchForm& f, const appt_rec& r) {
 
 bool overtaken(const SearchForm& f, quint64 serial) {
     return f.srch_stop || f.run_serial != serial;
-}
-
-// The planner that is up, drawn again for cur_date.
-void show_planner(AppState& s) {
-    WindowPort& w = s.window_port();
-    if (s.view_month)
-        imageMonth_Click(s, w);
-    else if (s.view_week)
-        imageWeek_Click(s, w);
-    else
-        imageDay_Click(s.store(), s.view(), s.options(), s.editing(), w);
 }
 
 void reload(AppState& s) {

@@ -6,6 +6,7 @@
 #include "views/detail_pane.h"
 #include "views/month_view.h"
 #include "views/status.h"
+#include "views/week_view.h"
 
 namespace orva {
 
@@ -42,6 +43,16 @@ void refresh_planner(AppState& s) {
             show_detail(store, view, options, editing, row, col);
         }
     }
+}
+
+void show_planner(AppState& s) {
+    WindowPort& w = s.window_port();
+    if (s.view_month)
+        imageMonth_Click(s, w);
+    else if (s.view_week)
+        imageWeek_Click(s, w);
+    else
+        imageDay_Click(s.store(), s.view(), s.options(), s.editing(), w);
 }
 
 } // namespace orva

@@ -17,6 +17,9 @@ void report_failed_update(AppState& s);
 // After a change of the store: the planner that is up is rebuilt; in the day
 // planner the cell that was current stays current.
 void refresh_planner(AppState& s);
+// The planner that is up, drawn whole for cur_date: band, navigator and
+// grid all show the one day (after a list has moved cur_date).
+void show_planner(AppState& s);
 
 inline const QString calendar_updated_text = QStringLiteral(" Calendar Updated ");
 inline const QString couldnt_update_msg = QStringLiteral("Couldn't complete update");

@@ -1,6 +1,7 @@
 #include "grid/ui/grid_printer.h"
 
 #include "core/ui/printer.h"
+#include "grid/ui/text_wrap.h"
 
 #include <QFile>
 #include <QFont>
@@ -28,43 +29,6 @@ QFont cell_font(const Grid& g, int row, int col, double scale) {
     f.setItalic(g.Cell(CellSetting::FontItalic, row, col).toBool());
     f.setUnderline(g.Cell(CellSetting::FontUnderline, row, col).toBool());
     return f;
-}
-
-// Whole words on lines of `width`, no more than `max_lines`; a word wider
-// than a line is cut at its end, and words left over end the last line in
-// an ellipsis.
-QStringList wrap_lines(const QString& text, const QFontMetricsF& fm, double width, int max_lines) {
-    const auto fit = [&](const QString& t) {
-        return fm.horizontalAdvance(t) <= width ? t : fm.elidedText(t, Qt::ElideRight, width);
-    };
-    const QStringList words = text.split(QLatin1Char(' '));
-    QStringList lines;
-    QString line;
-    bool open = false;
-    int next = 0;
-    while (next < words.size() && lines.size() < max_lines) {
-        const QString candidate = open ? line + QLatin1Char(' ') + words[next] : words[next];
-        if (!open || fm.horizontalAdvance(candidate) <= width) {
-            line = candidate;
-            open = true;
-            ++next;
-            continue;
-        }
-        lines << fit(line);
-        open = false;
-    }
-    if (open && lines.size() < max_lines) {
-        lines << fit(line);
-        open = false;
-    }
-    if ((open || next < words.size()) && !lines.isEmpty()) {
-        QString rest = lines.last();
-        if (open) rest += QLatin1Char(' ') + line;
-        for (int i = next; i < words.size(); ++i)
-            rest += QLatin1Char(' ') + words[i];
-        lines.last() = fm.elidedText(rest + QStringLiteral(" \u2026"), Qt::ElideRight, width);
-    }
-    return lines;
 }
 
 QRectF aligned(Qt::Alignment a, const QSizeF& size, const QRectF& in) {

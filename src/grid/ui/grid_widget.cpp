@@ -1,5 +1,7 @@
 #include "grid/ui/grid_widget.h"
 
+#include "grid/ui/text_wrap.h"
+
 #include <QApplication>
 #include <QLabel>
 
@@ -48,44 +50,6 @@ void paint_check(QPainter& p, const QRect& inner, CheckBox box, const QWidget* w
         QStyle::State_Enabled | (box == CheckBox::Checked ? QStyle::State_On : QStyle::State_Off);
     if (widget) opt.palette = widget->palette();
     style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &opt, &p, widget);
-}
-
-// The lines a text breaks into between words to fit `width`, no more than
-// `max_lines`; when it needs more, the last line shown ends in an ellipsis.
-// A word wider than a whole line is cut at the line's end.
-QStringList wrap_lines(const QString& text, const QFontMetrics& fm, int width, int max_lines) {
-    const auto fit = [&](const QString& t) {
-        return fm.horizontalAdvance(t) <= width ? t : fm.elidedText(t, Qt::ElideRight, width);
-    };
-    const QStringList words = text.split(QLatin1Char(' '));
-    QStringList lines;
-    QString line;
-    bool open = false; // `line` holds words not yet in `lines`
-    int next = 0;
-    while (next < words.size() && lines.size() < max_lines) {
-        const QString candidate = open ? line + QLatin1Char(' ') + words[next] : words[next];
-        if (!open || fm.horizontalAdvance(candidate) <= width) {
-            line = candidate;
-            open = true;
-            ++next;
-            continue;
-        }
-        lines << fit(line);
-        open = false;
-    }
-    if (open && lines.size() < max_lines) {
-        lines << fit(line);
-        open = false;
-    }
-    if ((open || next < words.size()) && !lines.isEmpty()) {
-        // Words are left over: the last line shown says so.
-        QString rest = lines.last();
-        if (open) rest += QLatin1Char(' ') + line;
-        for (int i = next; i < words.size(); ++i)
-            rest += QLatin1Char(' ') + words[i];
-        lines.last() = fm.elidedText(rest + QStringLiteral(" \u2026"), Qt::ElideRight, width);
-    }
-    return lines;
 }
 
 QFont cell_font(const GridModel& m, int r, int c) {
